@@ -1,0 +1,39 @@
+// Code pages of one byte a character, by table.
+#pragma once
+
+#include <array>
+#include <vector>
+
+#include "base/ansi_code_page.h"
+
+namespace tornby {
+
+class SingleByteCodePage final : public AnsiCodePage {
+ public:
+  using Characters = std::array<char16_t, 256>;
+
+  /// `characters` are those of the 256 codes; `codes` holds the code of each of the 65,536 UTF-16 units.
+  SingleByteCodePage(unsigned identifier, const Characters& characters, std::vector<std::uint8_t> codes);
+
+  /// The same with `codes` derived: the inverse of `characters`, and "?" for every unit that is not among them.
+  SingleByteCodePage(unsigned identifier, const Characters& characters);
+
+  using AnsiCodePage::decode;
+  using AnsiCodePage::encode;
+  unsigned identifier() const override { return identifier_; }
+  std::size_t bytes_per_unit() const override { return 1; }
+  std::size_t encode(StringView text, std::uint8_t* out) const override;
+  std::size_t decode(ByteView bytes, char16_t* out) const override;
+  unsigned code_of(char16_t character) const override { return codes_[character]; }
+
+ private:
+  unsigned identifier_;
+  Characters characters_;
+  std::vector<std::uint8_t> codes_;
+};
+
+/// Windows-1252 (Western European). The five codes that the code page leaves open, 0x81, 0x8D, 0x8F, 0x90 and 0x9D,
+/// stand for the control characters of the same numbers, as Windows has them, so that every byte survives.
+const SingleByteCodePage& windows_1252();
+
+}  // namespace tornby

@@ -1,0 +1,55 @@
+// The block updates of both checksums: one contract, several kernels, one resolver.
+//
+// A kernel takes the running register and a block of bytes and returns the new register. It neither sets the register
+// up nor inverts it. Any length is allowed, 0 included, at any alignment, and no byte outside the block is read.
+//
+// The method is Sarwate's table walk ("Computation of cyclic redundancy checks via table look-up", CACM 31(8), 1988)
+// and, for the fast kernels, its extension to several bytes a step (Kounavis and Berry, "Novel table lookup-based
+// algorithms for high-performance CRC generation", IEEE Transactions on Computers 57(11), 2008).
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+namespace tornby::crc {
+
+/// What a kernel may ask of the processor, as bits. The portable kernels ask for nothing.
+using Features = unsigned;
+inline constexpr Features no_features = 0;
+
+template <class Register>
+struct Kernel {
+  const char* name;
+  Features needs;
+  Register (*update)(Register value, const std::uint8_t* data, std::size_t size);
+};
+using Crc16Kernel = Kernel<std::uint16_t>;
+using Crc32Kernel = Kernel<std::uint32_t>;
+
+/// All kernels, the fastest first; the last is the plain table walk, which every other one is tested against.
+std::span<const Crc16Kernel> crc16_kernels();
+std::span<const Crc32Kernel> crc32_kernels();
+
+/// The features of the processor that this process runs on.
+Features available_features();
+
+/// The first of `kernels` whose needs lie within `features`.
+template <class Register>
+const Kernel<Register>& resolve(std::span<const Kernel<Register>> kernels, Features features) {
+  for (const auto& kernel : kernels)
+    if ((kernel.needs & ~features) == 0) return kernel;
+  return kernels.back();
+}
+
+/// The update by the best kernel for this processor.
+std::uint16_t update_crc16(std::uint16_t value, const std::uint8_t* data, std::size_t size);
+std::uint32_t update_crc32(std::uint32_t value, const std::uint8_t* data, std::size_t size);
+
+// The kernels themselves.
+std::uint16_t update_crc16_bytewise(std::uint16_t value, const std::uint8_t* data, std::size_t size);
+std::uint16_t update_crc16_sliced(std::uint16_t value, const std::uint8_t* data, std::size_t size);
+std::uint32_t update_crc32_bytewise(std::uint32_t value, const std::uint8_t* data, std::size_t size);
+std::uint32_t update_crc32_sliced(std::uint32_t value, const std::uint8_t* data, std::size_t size);
+
+}  // namespace tornby::crc

@@ -1,0 +1,18 @@
+# How every target of the project is compiled. A target takes it with target_link_libraries(... PRIVATE tornby_options).
+add_library(tornby_options INTERFACE)
+target_compile_features(tornby_options INTERFACE cxx_std_20)
+target_compile_options(tornby_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion
+  -Wnon-virtual-dtor -Woverloaded-virtual -Wno-psabi -Werror)
+if(TORNBY_SANITIZE)
+  target_compile_options(tornby_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
+    -fno-omit-frame-pointer)
+  target_link_options(tornby_options INTERFACE -fsanitize=address,undefined)
+  target_compile_definitions(tornby_options INTERFACE _GLIBCXX_ASSERTIONS)
+endif()
+if(WIN32)
+  # The runtimes are linked in, so that the DLL and the programs need nothing but the system's own libraries.
+  target_link_options(tornby_options INTERFACE -static)
+  target_compile_definitions(tornby_options INTERFACE _WIN32_WINNT=0x0601 STRICT)
+endif()
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)

@@ -1,0 +1,85 @@
+#include "platform/files.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "base/runtime_error.h"
+#include "platform/windows/error.h"
+#include "platform/windows/file_name.h"
+#include "platform/windows/system.h"
+
+namespace tornby {
+namespace {
+
+class FileHandle {
+ public:
+  explicit FileHandle(HANDLE value) : value_(value) {}
+  ~FileHandle() {
+    if (value_ != INVALID_HANDLE_VALUE) ::CloseHandle(value_);
+  }
+  FileHandle(const FileHandle&) = delete;
+  FileHandle& operator=(const FileHandle&) = delete;
+
+  HANDLE get() const { return value_; }
+  HANDLE release() { return std::exchange(value_, INVALID_HANDLE_VALUE); }
+
+ private:
+  HANDLE value_;
+};
+
+class WindowsInputFile final : public InputFile {
+ public:
+  explicit WindowsInputFile(HANDLE handle) : handle_(handle) {}
+
+  std::uint64_t size() const override {
+    LARGE_INTEGER size{};
+    if (!::GetFileSizeEx(handle_.get(), &size)) throw windows::file_error(::GetLastError());
+    return static_cast<std::uint64_t>(size.QuadPart);
+  }
+
+  std::size_t read(std::span<std::uint8_t> out) override {
+    constexpr std::size_t most_a_call = 0x40000000;  // ReadFile counts in 32 bits
+    std::size_t total = 0;
+    while (total < out.size()) {
+      const auto want = static_cast<DWORD>(std::min(out.size() - total, most_a_call));
+      DWORD got = 0;
+      if (!::ReadFile(handle_.get(), out.data() + total, want, &got, nullptr))
+        throw windows::file_error(::GetLastError());
+      if (got == 0) break;
+      total += got;
+    }
+    return total;
+  }
+
+  void leave_open() override { handle_.release(); }
+
+ private:
+  FileHandle handle_;
+};
+
+class WindowsFiles final : public Files {
+ public:
+  std::uint64_t size(StringView name) const override {
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    if (!::GetFileAttributesExA(windows::file_name(name).c_str(), GetFileExInfoStandard, &data))
+      throw windows::file_error(::GetLastError());
+    if (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) throw RuntimeError(StandardError::path_file_access_error);
+    return static_cast<std::uint64_t>(data.nFileSizeHigh) << 32 | data.nFileSizeLow;
+  }
+
+  std::unique_ptr<InputFile> open_for_reading(StringView name) const override {
+    HANDLE handle = ::CreateFileA(windows::file_name(name).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                  nullptr, OPEN_EXISTING, 0, nullptr);
+    if (handle == INVALID_HANDLE_VALUE) throw windows::file_error(::GetLastError());
+    return std::make_unique<WindowsInputFile>(handle);
+  }
+};
+
+}  // namespace
+
+const Files& native_files() {
+  static const WindowsFiles files;
+  return files;
+}
+
+}  // namespace tornby

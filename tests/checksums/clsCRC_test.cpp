@@ -1,0 +1,259 @@
+#include "checksums/clsCRC.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "base/single_byte_code_page.h"
+#include "support/errors.h"
+#include "support/temporary_folder.h"
+
+namespace tornby {
+namespace {
+
+using testing::raised_number;
+
+constexpr std::int32_t crc32_of_digits = -873187034;  // 0xCBF43926
+constexpr std::int32_t crc16_of_digits = 0x31C3;
+constexpr std::int16_t failed = -1;
+
+class FixedProcess final : public Process {
+ public:
+  explicit FixedProcess(bool wow64) : wow64_(wow64) {}
+  bool is_wow64() const override { return wow64_; }
+
+ private:
+  bool wow64_;
+};
+const FixedProcess plain_process(false);
+const FixedProcess wow64_process(true);
+
+clsCRC plain_crc() {
+  return clsCRC(windows_1252(), native_files(), plain_process);
+}
+
+TEST(clsCRC, NewObjectComputesCrc32) {
+  clsCRC crc = plain_crc();
+  EXPECT_EQ(crc.Algorithm(), 1);
+  EXPECT_EQ(crc.Value(), Variant(0));
+  EXPECT_EQ(crc.AddString(u"123456789"), Variant(crc32_of_digits));
+  EXPECT_EQ(crc.Value(), Variant(crc32_of_digits));
+}
+
+TEST(clsCRC, SelectingAnAlgorithmClearsBothRegisters) {
+  clsCRC crc = plain_crc();
+  crc.AddString(u"x");
+  crc.Algorithm(0);
+  EXPECT_EQ(crc.Value(), Variant(0));
+  EXPECT_EQ(crc.AddString(u"123456789"), Variant(crc16_of_digits));
+  crc.Algorithm(0);
+  EXPECT_EQ(crc.Value(), Variant(0));
+  crc.AddString(u"x");
+  crc.Algorithm(1);
+  EXPECT_EQ(crc.Value(), Variant(0));
+}
+
+TEST(clsCRC, UnknownAlgorithmSelectsNothing) {
+  clsCRC crc = plain_crc();
+  crc.Algorithm(7);
+  EXPECT_EQ(crc.Algorithm(), 7);
+  EXPECT_TRUE(is_empty(crc.Value()));
+  EXPECT_TRUE(is_empty(crc.AddString(u"123456789")));
+  EXPECT_TRUE(is_empty(crc.AddString(u"")));
+  crc.Value(5);
+  EXPECT_TRUE(is_empty(crc.Value()));
+  EXPECT_EQ(raised_number([&] { crc.Value(u"five"); }), 13);
+}
+
+TEST(clsCRC, AddsInPiecesAndContinuesFromAnEarlierResult) {
+  for (const std::int32_t algorithm : {0, 1}) {
+    clsCRC crc = plain_crc();
+    crc.Algorithm(algorithm);
+    const Variant whole = crc.AddString(u"123456789");
+    crc.Clear();
+    const Variant half = crc.AddString(u"1234");
+    EXPECT_EQ(crc.AddString(u"56789"), whole);
+
+    clsCRC other = plain_crc();
+    other.Algorithm(algorithm);
+    const std::int32_t earlier = std::get<std::int32_t>(half);
+    other.Value(algorithm == 1 ? ~earlier : earlier);
+    EXPECT_EQ(other.AddString(u"56789"), whole);
+  }
+}
+
+TEST(clsCRC, ValueReadsBackInvertedForCrc32Only) {
+  clsCRC crc = plain_crc();
+  crc.Value(5);
+  EXPECT_EQ(crc.Value(), Variant(-6));
+  crc.Value(u"-7");
+  EXPECT_EQ(crc.Value(), Variant(6));
+  crc.Value(std::int16_t{-1});
+  EXPECT_EQ(crc.Value(), Variant(0));
+  crc.Algorithm(0);
+  crc.Value(0x12345678);
+  EXPECT_EQ(crc.Value(), Variant(0x5678));
+  EXPECT_EQ(raised_number([&] { crc.Value(u"99999999999"); }), 6);
+  EXPECT_EQ(crc.Value(), Variant(0x5678));
+}
+
+TEST(clsCRC, EmptyTextHasNoFirstElement) {
+  clsCRC crc = plain_crc();
+  crc.AddString(u"x");
+  const Variant before = crc.Value();
+  EXPECT_EQ(raised_number([&] { crc.AddString(u""); }), 9);
+  EXPECT_EQ(crc.Value(), before);
+  EXPECT_EQ(raised_number([&] { crc.CalculateString(u""); }), 9);
+  EXPECT_EQ(crc.Value(), Variant(0)) << "the registers were cleared before";
+  crc.Algorithm(0);
+  EXPECT_EQ(raised_number([&] { crc.AddString(u""); }), 9);
+}
+
+TEST(clsCRC, CalculateStringStartsAnewAndLeavesItsResult) {
+  clsCRC crc = plain_crc();
+  crc.AddString(u"something else");
+  EXPECT_EQ(crc.CalculateString(u"123456789"), Variant(crc32_of_digits));
+  EXPECT_EQ(crc.Value(), Variant(crc32_of_digits));
+  crc.Algorithm(0);
+  EXPECT_EQ(crc.CalculateString(u"123456789"), Variant(crc16_of_digits));
+}
+
+TEST(clsCRC, Wow64ProcessGetsTheOtherStringResult) {
+  clsCRC crc(windows_1252(), native_files(), wow64_process);
+  crc.Algorithm(0);
+  const Variant before = crc.AddString(u"kept");
+  EXPECT_EQ(crc.CalculateString(u"123456789"), Variant(-771566985));
+  EXPECT_EQ(crc.CalculateString(u""), Variant(-1));
+  EXPECT_EQ(crc.Value(), before);
+}
+
+TEST(clsCRC, AddCrc32WorksOnTheBareRegister) {
+  const clsCRC crc = plain_crc();
+  EXPECT_EQ(~crc.WIN64_AddCrc32(u"123456789", -1), crc32_of_digits);
+  EXPECT_EQ(crc.WIN64_AddCrc32(u"6789", crc.WIN64_AddCrc32(u"12345", -1)), ~crc32_of_digits);
+  EXPECT_EQ(crc.WIN64_AddCrc32(u"", 42), 42);
+}
+
+/// Hiragana take two bytes, all else one, as in a Japanese code page.
+class TwoByteCodePage final : public AnsiCodePage {
+ public:
+  unsigned identifier() const override { return 932; }
+  std::size_t bytes_per_unit() const override { return 2; }
+  std::size_t encode(StringView text, std::uint8_t* out) const override {
+    const std::uint8_t* start = out;
+    for (const char16_t character : text) {
+      const unsigned code = code_of(character);
+      if (code > 0xFF) *out++ = static_cast<std::uint8_t>(code >> 8);
+      *out++ = static_cast<std::uint8_t>(code);
+    }
+    return static_cast<std::size_t>(out - start);
+  }
+  std::size_t decode(ByteView, char16_t*) const override { return 0; }
+  unsigned code_of(char16_t character) const override {
+    return character < 0x80 ? character : 0x8200u + character % 256;
+  }
+};
+
+TEST(clsCRC, CharactersOfTwoBytes) {
+  const TwoByteCodePage page;
+  clsCRC crc(page, native_files(), plain_process);
+  clsCRC bytes = plain_crc();
+  String text;
+  String as_bytes;  // the same bytes as one 1252 character each
+  for (int i = 0; i < 3000; ++i) {
+    text += u"a\u3042";
+    as_bytes += u"a\u201A\u0042";
+  }
+  EXPECT_EQ(crc.AddString(text), bytes.AddString(as_bytes));
+  EXPECT_EQ(raised_number([&] { crc.WIN64_AddCrc32(text, -1); }), 9);
+}
+
+TEST(clsCRC, LongTextIsTakenBlockByBlockWithoutASeam) {
+  std::mt19937 random(7);
+  String text(100'001, u'\0');
+  for (char16_t& unit : text) unit = static_cast<char16_t>(random() % 8 == 0 ? random() : 'a' + random() % 26);
+  clsCRC crc = plain_crc();
+  EXPECT_EQ(crc.AddString(text), Variant(~crc.WIN64_AddCrc32(text, -1)));
+}
+
+TEST(clsCRC, CalculateFile) {
+  const testing::TemporaryFolder folder;
+  const String digits = folder.write("digits.txt", "123456789");
+  const String nothing = folder.write("empty.txt", "");
+
+  clsCRC crc = plain_crc();
+  crc.Algorithm(0);
+  const Variant before = crc.AddString(u"kept");
+  EXPECT_EQ(crc.CalculateFile(digits), Variant(crc32_of_digits)) << "always the CRC-32";
+  EXPECT_TRUE(is_empty(crc.CalculateFile(nothing)));
+  EXPECT_EQ(crc.CalculateFile(folder.name_of("none.txt")), Variant(failed));
+  EXPECT_EQ(crc.CalculateFile(folder.path().u16string()), Variant(failed));
+  EXPECT_EQ(crc.CalculateFile(u""), Variant(failed));
+  EXPECT_EQ(crc.CalculateFile(digits + String(1, u'\0')), Variant(failed));
+  EXPECT_EQ(crc.Value(), before);
+
+  const clsCRC wow64(windows_1252(), native_files(), wow64_process);
+  EXPECT_TRUE(is_empty(wow64.CalculateFile(digits)));
+  EXPECT_TRUE(is_empty(wow64.CalculateFile(nothing)));
+  EXPECT_EQ(wow64.CalculateFile(folder.name_of("none.txt")), Variant(failed));
+}
+
+/// One file that fails or lies about its size.
+class OneFile final : public Files {
+ public:
+  struct Script {
+    std::uint64_t size = 4;
+    std::size_t readable = 4;
+    bool read_fails = false;
+    int left_open = 0;
+    int closed = 0;
+  };
+  explicit OneFile(Script& script) : script_(&script) {}
+
+  std::uint64_t size(StringView) const override { return script_->size; }
+  std::unique_ptr<InputFile> open_for_reading(StringView) const override { return std::make_unique<Open>(*script_); }
+
+ private:
+  class Open final : public InputFile {
+   public:
+    explicit Open(Script& script) : script_(script) {}
+    ~Open() override { script_.closed += open_ ? 1 : 0; }
+    std::uint64_t size() const override { return script_.size; }
+    std::size_t read(std::span<std::uint8_t> out) override {
+      if (script_.read_fails) throw RuntimeError(StandardError::device_io_error);
+      std::fill_n(out.begin(), script_.readable, std::uint8_t{'a'});
+      return script_.readable;
+    }
+    void leave_open() override {
+      open_ = false;
+      ++script_.left_open;
+    }
+
+   private:
+    Script& script_;
+    bool open_ = true;
+  };
+  Script* script_;
+};
+
+TEST(clsCRC, FileThatFailsAfterItWasOpenedStaysOpen) {
+  for (const bool too_large : {false, true}) {
+    OneFile::Script script;
+    script.read_fails = !too_large;
+    if (too_large) script.size = std::uint64_t{1} << 63;
+    EXPECT_EQ(clsCRC(windows_1252(), OneFile(script), plain_process).CalculateFile(u"x"), Variant(failed));
+    EXPECT_EQ(script.left_open, 1);
+    EXPECT_EQ(script.closed, 0);
+  }
+}
+
+TEST(clsCRC, FileThatShrinksIsSummedAsFarAsItGoes) {
+  OneFile::Script script;
+  script.size = 1000;
+  EXPECT_EQ(clsCRC(windows_1252(), OneFile(script), plain_process).CalculateFile(u"x"),
+            plain_crc().CalculateString(u"aaaa"));
+  EXPECT_EQ(script.closed, 1);
+}
+
+}  // namespace
+}  // namespace tornby

@@ -1,0 +1,135 @@
+// One suite for every kernel: it must agree with a bit-by-bit division, whatever the length, the alignment and the
+// split.
+#include "checksums/crc/kernels.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <random>
+#include <string_view>
+#include <vector>
+
+#include "support/guarded_buffer.h"
+
+namespace tornby::crc {
+namespace {
+
+struct Crc16 {
+  using Register = std::uint16_t;
+  static constexpr Register start = 0;
+  static constexpr Register check = 0x31C3;
+  static auto kernels() { return crc16_kernels(); }
+  static constexpr auto& update = update_crc16;
+  static Register by_bits(Register value, std::span<const std::uint8_t> bytes) {
+    unsigned remainder = value;
+    for (const unsigned byte : bytes)
+      for (int bit = 7; bit >= 0; --bit) {
+        const unsigned carry = (remainder >> 15 ^ byte >> bit) & 1;
+        remainder = (remainder << 1 & 0xFFFF) ^ carry * 0x1021;
+      }
+    return static_cast<Register>(remainder);
+  }
+};
+
+struct Crc32 {
+  using Register = std::uint32_t;
+  static constexpr Register start = 0xFFFFFFFF;
+  static constexpr Register check = ~0xCBF43926u;
+  static auto kernels() { return crc32_kernels(); }
+  static constexpr auto& update = update_crc32;
+  static Register by_bits(Register value, std::span<const std::uint8_t> bytes) {
+    for (const std::uint32_t byte : bytes)
+      for (int bit = 0; bit < 8; ++bit) {
+        const std::uint32_t carry = (value ^ byte >> bit) & 1;
+        value = value >> 1 ^ carry * 0xEDB88320u;
+      }
+    return value;
+  }
+};
+
+template <class Checksum>
+class CrcKernel : public ::testing::Test {
+ protected:
+  using Register = typename Checksum::Register;
+
+  /// Runs `test` with the update function of each kernel that this processor has.
+  template <class Test>
+  static void for_each_kernel(Test test) {
+    for (const auto& kernel : Checksum::kernels()) {
+      if ((kernel.needs & ~available_features()) != 0) continue;
+      SCOPED_TRACE(kernel.name);
+      test(kernel.update);
+    }
+  }
+
+  std::vector<std::uint8_t> random_bytes(std::size_t size) {
+    std::vector<std::uint8_t> bytes(size);
+    std::generate(bytes.begin(), bytes.end(), [this] { return static_cast<std::uint8_t>(random_()); });
+    return bytes;
+  }
+
+  std::mt19937 random_{20260507};
+};
+
+using Checksums = ::testing::Types<Crc16, Crc32>;
+TYPED_TEST_SUITE(CrcKernel, Checksums);
+
+TYPED_TEST(CrcKernel, GivesTheCheckValue) {
+  const std::string_view digits = "123456789";
+  this->for_each_kernel([&](auto update) {
+    EXPECT_EQ(update(TypeParam::start, reinterpret_cast<const std::uint8_t*>(digits.data()), digits.size()),
+              TypeParam::check);
+  });
+}
+
+TYPED_TEST(CrcKernel, AgreesAtEveryLengthAndAlignmentAndStaysInside) {
+  constexpr std::size_t longest = 300;
+  testing::GuardedBuffer buffer(longest + 64);
+  for (std::size_t length = 0; length <= longest; ++length) {
+    const auto bytes = this->random_bytes(length);
+    const auto value = static_cast<typename TypeParam::Register>(this->random_());
+    const auto expected = TypeParam::by_bits(value, bytes);
+    const auto check = [&](std::span<std::uint8_t> place) {
+      std::copy(bytes.begin(), bytes.end(), place.begin());
+      this->for_each_kernel([&](auto update) { ASSERT_EQ(update(value, place.data(), length), expected) << length; });
+    };
+    check(buffer.at_end(length));
+    for (std::size_t shift = 0; shift < 64; ++shift) check(buffer.at_start(length + shift).subspan(shift));
+  }
+}
+
+TYPED_TEST(CrcKernel, GoesOnWhereItStoppedAtAnySplit) {
+  const auto bytes = this->random_bytes(100'000);
+  const auto expected = TypeParam::by_bits(TypeParam::start, bytes);
+  for (int round = 0; round < 50; ++round) {
+    std::vector<std::size_t> cuts = {0, bytes.size()};
+    for (int cut = 0; cut < 20; ++cut) cuts.push_back(this->random_() % (bytes.size() + 1));
+    std::sort(cuts.begin(), cuts.end());
+    this->for_each_kernel([&](auto update) {
+      auto value = TypeParam::start;
+      for (std::size_t i = 1; i < cuts.size(); ++i)
+        value = update(value, bytes.data() + cuts[i - 1], cuts[i] - cuts[i - 1]);
+      ASSERT_EQ(value, expected);
+    });
+  }
+  EXPECT_EQ(TypeParam::update(TypeParam::start, bytes.data(), bytes.size()), expected);
+}
+
+TEST(CrcResolver, TakesTheFirstKernelWhoseNeedsAreMet) {
+  const std::array<Crc32Kernel, 3> kernels = {{
+      {"wide", 0b110, update_crc32_sliced},
+      {"narrow", 0b010, update_crc32_sliced},
+      {"plain", no_features, update_crc32_bytewise},
+  }};
+  const auto choice = [&](Features features) {
+    return std::string_view(resolve(std::span<const Crc32Kernel>(kernels), features).name);
+  };
+  EXPECT_EQ(choice(0b111), "wide");
+  EXPECT_EQ(choice(0b010), "narrow");
+  EXPECT_EQ(choice(0b100), "plain");
+  EXPECT_EQ(choice(no_features), "plain");
+}
+
+}  // namespace
+}  // namespace tornby::crc
