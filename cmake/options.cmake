@@ -2,7 +2,10 @@
 add_library(tornby_options INTERFACE)
 target_compile_features(tornby_options INTERFACE cxx_std_20)
 target_compile_options(tornby_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion
-  -Wnon-virtual-dtor -Woverloaded-virtual -Wno-psabi -Werror)
+  -Woverloaded-virtual -Wno-psabi -Werror)
+if(NOT WIN32)  # COM interfaces have no destructors
+  target_compile_options(tornby_options INTERFACE -Wnon-virtual-dtor)
+endif()
 if(TORNBY_SANITIZE)
   target_compile_options(tornby_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
     -fno-omit-frame-pointer)

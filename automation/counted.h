@@ -1,0 +1,48 @@
+// Reference counting, and creation.
+#pragma once
+
+#include <atomic>
+#include <new>
+#include <utility>
+
+#include "automation/com.h"
+#include "automation/error_edge.h"
+#include "automation/module.h"
+
+namespace tornby::automation {
+
+/// Counts references to a COM object; the last Release deletes it. The first reference is the creator's.
+/// While it lives, the DLL stays loaded.
+template <class... Interfaces>
+class Counted : public Interfaces... {
+ public:
+  Counted() { add_module_reference(); }
+  Counted(const Counted&) = delete;
+  Counted& operator=(const Counted&) = delete;
+
+  ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
+  ULONG STDMETHODCALLTYPE Release() override {
+    const ULONG left = --references_;
+    if (left == 0) delete this;
+    return left;
+  }
+
+ protected:
+  virtual ~Counted() { release_module_reference(); }
+
+ private:
+  std::atomic<ULONG> references_ = 1;
+};
+
+/// Creates an Object and asks it for `iid`. It is gone again when it does not answer.
+template <class Object, class... Arguments>
+HRESULT create_object(REFIID iid, void** object, Arguments&&... arguments) noexcept {
+  if (!object) return E_POINTER;
+  *object = nullptr;
+  return guarded(iid, L"Tornby", [&] {
+    const auto created = ComPtr<Object>::adopt(new Object(std::forward<Arguments>(arguments)...));
+    check(created->QueryInterface(iid, object));
+  });
+}
+
+}  // namespace tornby::automation

@@ -1,0 +1,96 @@
+// What every class object shares: identity, late binding, class information and error conversion.
+#pragma once
+
+#include <new>
+#include <type_traits>
+
+#include "automation/convert.h"
+#include "automation/counted.h"
+#include "automation/late_binding.h"
+
+namespace tornby::automation {
+
+/// A class object with one dual interface. `name` is the class's, as in "Tornby.<name>".
+template <class Interface>
+class DispatchObject : public Counted<Interface, ISupportErrorInfo, IProvideClassInfo> {
+ public:
+  DispatchObject(const wchar_t* source, REFCLSID clsid)
+      : source_(source), clsid_(clsid), binding_(__uuidof(Interface)) {}
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
+    if (!object) return E_POINTER;
+    *object = nullptr;
+    if (iid == IID_IUnknown || iid == IID_IDispatch || iid == __uuidof(Interface))
+      *object = static_cast<Interface*>(this);
+    else if (iid == IID_ISupportErrorInfo)
+      *object = static_cast<ISupportErrorInfo*>(this);
+    else if (iid == IID_IProvideClassInfo && clsid_ != CLSID_NULL)
+      *object = static_cast<IProvideClassInfo*>(this);
+    else
+      *object = find_interface(iid);
+    if (!*object) return E_NOINTERFACE;
+    this->AddRef();
+    return S_OK;
+  }
+
+  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
+    if (!count) return E_POINTER;
+    *count = 1;
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID, ITypeInfo** info) override {
+    if (!info) return E_POINTER;
+    *info = nullptr;
+    if (index != 0) return DISP_E_BADINDEX;
+    return this->act([&] { *info = binding_.type_info().detach(); });
+  }
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override {
+    HRESULT result = S_OK;
+    const HRESULT failure = this->act([&] { result = binding_.find(names, count, ids); });
+    return FAILED(failure) ? failure : result;
+  }
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters, VARIANT* result,
+                                   EXCEPINFO* exception, UINT* bad_argument) override {
+    HRESULT outcome = S_OK;
+    const HRESULT failure = this->act([&] {
+      outcome = binding_.invoke(static_cast<Interface*>(this), id, flags, parameters, result, exception, bad_argument);
+    });
+    return FAILED(failure) ? failure : outcome;
+  }
+
+  HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID iid) override {
+    return iid == __uuidof(Interface) ? S_OK : S_FALSE;
+  }
+
+  HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** info) override {
+    if (!info) return E_POINTER;
+    *info = nullptr;
+    return this->act([&] { check(load_type_library()->GetTypeInfoOfGuid(clsid_, info)); });
+  }
+
+ protected:
+  /// A further interface of the object, not counted, or null.
+  virtual void* find_interface(REFIID) { return nullptr; }
+
+  /// Runs a member that has no result.
+  template <class Action>
+  HRESULT act(Action&& action) noexcept {
+    return guarded(__uuidof(Interface), source_, action);
+  }
+
+  /// Runs a member and puts what it returns into its result argument, which is empty when it fails.
+  template <class Result, class Action>
+  HRESULT answer(Result* result, Action&& action) noexcept {
+    static_assert(std::is_trivial_v<Result>);
+    if (!result) return E_POINTER;
+    *result = Result{};
+    return act([&] { put(result, action()); });
+  }
+
+ private:
+  const wchar_t* source_;
+  const CLSID& clsid_;
+  LateBinding binding_;
+};
+
+}  // namespace tornby::automation

@@ -1,0 +1,217 @@
+#include "automation/late_binding.h"
+
+#include <algorithm>
+#include <deque>
+#include <vector>
+
+#include "automation/arrays.h"
+#include "automation/convert.h"
+#include "automation/error_edge.h"
+#include "automation/module.h"
+
+namespace tornby::automation {
+namespace {
+
+/// The description of one member, which goes back to the type information that gave it.
+class Member {
+ public:
+  Member(ITypeInfo* info, UINT index) : info_(info) { check(info->GetFuncDesc(index, &description_)); }
+  ~Member() {
+    if (description_) info_->ReleaseFuncDesc(description_);
+  }
+  Member(Member&& other) noexcept : info_(other.info_), description_(std::exchange(other.description_, nullptr)) {}
+  Member(const Member&) = delete;
+  Member& operator=(const Member&) = delete;
+  Member& operator=(Member&&) = delete;
+
+  const FUNCDESC* operator->() const { return description_; }
+
+ private:
+  ITypeInfo* info_;
+  FUNCDESC* description_ = nullptr;
+};
+
+/// The members with that id that are called in one of these ways; a property has up to three.
+std::vector<Member> find_members(ITypeInfo* info, DISPID id, WORD flags) {
+  TYPEATTR* attributes = nullptr;
+  check(info->GetTypeAttr(&attributes));
+  const UINT count = attributes->cFuncs;
+  info->ReleaseTypeAttr(attributes);
+  std::vector<Member> members;
+  for (UINT index = 0; index < count; ++index) {
+    Member member(info, index);
+    if (member->memid == id && (member->invkind & flags) != 0) members.push_back(std::move(member));
+  }
+  return members;
+}
+
+VARTYPE array_type(const TYPEDESC& type) {
+  return static_cast<VARTYPE>(VT_ARRAY | type.lptdesc->vt);
+}
+
+/// The variant type that a by-reference parameter points to; VT_EMPTY for other parameters, objects among them.
+VARTYPE referenced_type(const TYPEDESC& type) {
+  if (type.vt != VT_PTR) return VT_EMPTY;
+  switch (type.lptdesc->vt) {
+    case VT_SAFEARRAY:
+      return array_type(*type.lptdesc);
+    case VT_PTR:
+    case VT_USERDEFINED:
+    case VT_DISPATCH:
+    case VT_UNKNOWN:
+    case VT_VARIANT:
+      return VT_EMPTY;
+    default:
+      return type.lptdesc->vt;
+  }
+}
+
+bool takes_object(const TYPEDESC& type) {
+  return type.vt == VT_DISPATCH || type.vt == VT_UNKNOWN ||
+         (type.vt == VT_PTR && (type.lptdesc->vt == VT_USERDEFINED || type.lptdesc->vt == VT_DISPATCH));
+}
+
+bool is_script_variable(const VARIANT& argument) {
+  return argument.vt == (VT_BYREF | VT_VARIANT);
+}
+
+VARIANT reference_to(VARIANT& variable) {
+  VARIANT reference;
+  ::VariantInit(&reference);
+  reference.vt = static_cast<VARTYPE>(VT_BYREF | variable.vt);
+  reference.byref = &variable.byref;  // all members of the union start here
+  return reference;
+}
+
+/// The arguments of one call, as the type information can pass them on.
+class Arguments {
+ public:
+  Arguments(const DISPPARAMS& parameters, const FUNCDESC& member)
+      : values_(parameters.rgvarg, parameters.rgvarg + parameters.cArgs) {
+    for (UINT i = 0; i < parameters.cArgs; ++i) {
+      const int position = position_of(parameters, i, member);
+      if (position < 0 || position >= member.cParams) continue;
+      const HRESULT result = prepare(values_[i], member.lprgelemdescParam[position].tdesc);
+      if (SUCCEEDED(result)) continue;
+      failure_ = result;
+      bad_argument_ = i;
+      return;
+    }
+  }
+
+  HRESULT failure() const { return failure_; }
+  UINT bad_argument() const { return bad_argument_; }
+  VARIANT* data() { return values_.data(); }
+
+ private:
+  /// Arguments come last first, the named ones in front.
+  static int position_of(const DISPPARAMS& parameters, UINT index, const FUNCDESC& member) {
+    if (index >= parameters.cNamedArgs) return static_cast<int>(parameters.cArgs - 1 - index);
+    const DISPID name = parameters.rgdispidNamedArgs[index];
+    return name == DISPID_PROPERTYPUT ? member.cParams - 1 : name;
+  }
+
+  HRESULT prepare(VARIANT& argument, const TYPEDESC& type) {
+    if (const VARTYPE wanted = referenced_type(type); wanted != VT_EMPTY) return pass_reference(argument, wanted);
+    if (type.vt == VT_SAFEARRAY) return pass_array(argument, array_type(type));
+    if (takes_object(type)) pass_null_object(argument);
+    return S_OK;
+  }
+
+  HRESULT pass_reference(VARIANT& argument, VARTYPE wanted) {
+    if (argument.vt == (VT_BYREF | wanted)) return S_OK;
+    VARIANT* variable = &argument;
+    if (is_script_variable(argument)) {
+      variable = argument.pvarVal;
+      if (variable->vt == (VT_BYREF | wanted)) {
+        argument = *variable;
+        return S_OK;
+      }
+    } else {  // a value: the member's change to it is lost, as the caller must expect
+      variable = copies_.emplace_back().get();
+      if (const HRESULT result = ::VariantCopyInd(variable, &argument); FAILED(result)) return result;
+    }
+    if (variable->vt != wanted)
+      if (const HRESULT result = ::VariantChangeType(variable, variable, 0, wanted); FAILED(result)) return result;
+    argument = reference_to(*variable);
+    return S_OK;
+  }
+
+  HRESULT pass_array(VARIANT& argument, VARTYPE wanted) {
+    if (is_script_variable(argument)) argument = *argument.pvarVal;
+    if (argument.vt == wanted) return S_OK;
+    SAFEARRAY* array = nullptr;
+    if (argument.vt == (VT_ARRAY | VT_VARIANT)) array = argument.parray;
+    if (argument.vt == (VT_BYREF | VT_ARRAY | VT_VARIANT)) array = *argument.pparray;
+    if (!array) return S_OK;  // the type information knows the rest
+    VARIANT converted;
+    const HRESULT result = convert_array(array, static_cast<VARTYPE>(wanted & ~VT_ARRAY), &converted);
+    if (FAILED(result)) return result;
+    copies_.emplace_back(converted);
+    argument = converted;
+    return S_OK;
+  }
+
+  static void pass_null_object(VARIANT& argument) {
+    const VARIANT& value = is_script_variable(argument) ? *argument.pvarVal : argument;
+    if (value.vt != VT_NULL) return;
+    ::VariantInit(&argument);
+    argument.vt = VT_DISPATCH;
+    argument.pdispVal = nullptr;
+  }
+
+  std::vector<VARIANT> values_;      // shallow: the caller or copies_ owns what they refer to
+  std::deque<OwnedVariant> copies_;  // does not move them
+  HRESULT failure_ = S_OK;
+  UINT bad_argument_ = 0;
+};
+
+/// Scripts can look into arrays of variants only.
+HRESULT make_readable_by_scripts(VARIANT* result) {
+  if (!result || result->vt != (VT_ARRAY | VT_BSTR)) return S_OK;
+  OwnedVariant strings(*result);
+  ::VariantInit(result);
+  return convert_array(strings->parray, VT_VARIANT, result);
+}
+
+constexpr WORD puts = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
+
+}  // namespace
+
+ComPtr<ITypeInfo> LateBinding::type_info() {
+  if (!type_info_) check(load_type_library()->GetTypeInfoOfGuid(interface_id_, type_info_.out()));
+  return type_info_;
+}
+
+HRESULT LateBinding::find(LPOLESTR* names, UINT count, DISPID* ids) {
+  return ::DispGetIDsOfNames(type_info().get(), names, count, ids);
+}
+
+HRESULT LateBinding::invoke(IDispatch* target, DISPID id, WORD flags, DISPPARAMS* parameters, VARIANT* result,
+                            EXCEPINFO* exception, UINT* bad_argument) {
+  if (!parameters) return E_INVALIDARG;
+  const ComPtr<ITypeInfo> info = type_info();
+  if (id == DISPID_NEWENUM) flags |= DISPATCH_PROPERTYGET;  // some engines ask for it as a method only
+
+  const bool writes = (flags & puts) != 0;
+  const std::vector<Member> members = find_members(info.get(), id, writes ? puts : flags);
+  if (members.empty()) return DISP_E_MEMBERNOTFOUND;
+  const auto wanted = std::find_if(members.begin(), members.end(),
+                                   [flags](const Member& member) { return (member->invkind & flags) != 0; });
+  const Member& member = wanted != members.end() ? *wanted : members.front();
+
+  Arguments arguments(*parameters, *member.operator->());
+  if (FAILED(arguments.failure())) {
+    if (bad_argument) *bad_argument = arguments.bad_argument();
+    return arguments.failure();
+  }
+  if (wanted == members.end() && parameters->cArgs > 0 && arguments.data()[0].vt == VT_DISPATCH)
+    flags = static_cast<WORD>(member->invkind);  // an object put plainly where only Set is offered, or the reverse
+
+  DISPPARAMS prepared = *parameters;
+  prepared.rgvarg = arguments.data();
+  const HRESULT outcome = info->Invoke(target, id, flags, &prepared, result, exception, bad_argument);
+  return SUCCEEDED(outcome) ? make_readable_by_scripts(result) : outcome;
+}
+
+}  // namespace tornby::automation

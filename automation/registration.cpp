@@ -1,0 +1,128 @@
+#include "automation/registration.h"
+
+#include <string>
+
+#include "automation/class_table.h"
+#include "automation/error_edge.h"
+#include "automation/module.h"
+#include "automation/registry_key.h"
+
+// In the import library, but in no header.
+extern "C" HRESULT WINAPI RegisterTypeLibForUser(ITypeLib* library, OLECHAR* path, OLECHAR* help_folder);
+extern "C" HRESULT WINAPI UnRegisterTypeLibForUser(REFGUID id, WORD major, WORD minor, LCID locale, SYSKIND system);
+
+namespace tornby::automation {
+namespace {
+
+HKEY root_of(Scope scope) {
+  return scope == Scope::machine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER;
+}
+
+const std::wstring classes_path = L"Software\\Classes\\";
+
+std::wstring prog_id(const ClassEntry& entry) {
+  return std::wstring(L"Tornby.") + entry.name;
+}
+std::wstring versioned_prog_id(const ClassEntry& entry) {
+  return prog_id(entry) + L".1";
+}
+std::wstring clsid_path(const ClassEntry& entry) {
+  return classes_path + L"CLSID\\" + entry.clsid;
+}
+
+/// The type library's identity, as it says itself.
+class LibraryAttributes {
+ public:
+  LibraryAttributes() : library_(load_type_library()) { check(library_->GetLibAttr(&attributes_)); }
+  ~LibraryAttributes() { library_->ReleaseTLibAttr(attributes_); }
+  LibraryAttributes(const LibraryAttributes&) = delete;
+  LibraryAttributes& operator=(const LibraryAttributes&) = delete;
+
+  ITypeLib* library() const { return library_.get(); }
+  const TLIBATTR* operator->() const { return attributes_; }
+
+  std::wstring id() const {
+    wchar_t text[40] = {};
+    ::StringFromGUID2(attributes_->guid, text, 40);
+    return text;
+  }
+  std::wstring version() const {
+    return std::to_wstring(attributes_->wMajorVerNum) + L"." + std::to_wstring(attributes_->wMinorVerNum);
+  }
+
+ private:
+  ComPtr<ITypeLib> library_;
+  TLIBATTR* attributes_ = nullptr;
+};
+
+void register_class(HKEY root, const ClassEntry& entry, const std::wstring& dll, const LibraryAttributes& library) {
+  const RegistryKey key = RegistryKey::create(root, clsid_path(entry));
+  key.set(L"", entry.description);
+  key.add(L"InprocServer32", dll).set(L"ThreadingModel", L"Apartment");
+  key.add(L"ProgID", versioned_prog_id(entry));
+  key.add(L"VersionIndependentProgID", prog_id(entry));
+  key.add(L"Programmable");
+  key.add(L"TypeLib", library.id());
+  key.add(L"Version", library.version());
+
+  const RegistryKey current = RegistryKey::create(root, classes_path + prog_id(entry));
+  current.set(L"", entry.description);
+  current.add(L"CLSID", entry.clsid);
+  current.add(L"CurVer", versioned_prog_id(entry));
+  const RegistryKey versioned = RegistryKey::create(root, classes_path + versioned_prog_id(entry));
+  versioned.set(L"", entry.description);
+  versioned.add(L"CLSID", entry.clsid);
+}
+
+/// Class ids are kept apart for 32 and 64 bits, names are not.
+bool other_word_size_registered(HKEY root, const ClassEntry& entry) {
+  constexpr REGSAM other_view = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+  HKEY key = nullptr;
+  if (::RegOpenKeyExW(root, clsid_path(entry).c_str(), 0, KEY_READ | other_view, &key) != ERROR_SUCCESS) return false;
+  ::RegCloseKey(key);
+  return true;
+}
+
+void unregister_class(HKEY root, const ClassEntry& entry) {
+  delete_key(root, clsid_path(entry));
+  if (other_word_size_registered(root, entry)) return;
+  delete_key(root, classes_path + prog_id(entry));
+  delete_key(root, classes_path + versioned_prog_id(entry));
+}
+
+void register_library(Scope scope, const LibraryAttributes& library, std::wstring dll) {
+  const auto enter = scope == Scope::machine ? ::RegisterTypeLib : RegisterTypeLibForUser;
+  check(enter(library.library(), dll.data(), nullptr));
+}
+
+void unregister_library(Scope scope, const LibraryAttributes& library) {
+  const auto remove = scope == Scope::machine ? ::UnRegisterTypeLib : UnRegisterTypeLibForUser;
+  const HRESULT result =
+      remove(library->guid, library->wMajorVerNum, library->wMinorVerNum, library->lcid, library->syskind);
+  if (result != TYPE_E_REGISTRYACCESS) check(result);  // that is what an unregistered library gives
+}
+
+}  // namespace
+
+void register_classes(Scope scope) {
+  try {
+    const std::wstring dll = module_path();
+    const LibraryAttributes library;
+    register_library(scope, library, dll);
+    for (const ClassEntry& entry : class_table()) register_class(root_of(scope), entry, dll, library);
+  } catch (...) {
+    try {
+      unregister_classes(scope);
+    } catch (const std::exception&) {
+      // The first failure is the one to report.
+    }
+    throw;
+  }
+}
+
+void unregister_classes(Scope scope) {
+  for (const ClassEntry& entry : class_table()) unregister_class(root_of(scope), entry);
+  unregister_library(scope, LibraryAttributes());
+}
+
+}  // namespace tornby::automation
