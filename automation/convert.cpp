@@ -32,7 +32,8 @@ VARIANT to_variant(const Variant& value) {
 
 Variant from_variant(const VARIANT& value) {
   OwnedVariant plain;
-  if (FAILED(::VariantCopyInd(plain.get(), const_cast<VARIANT*>(&value)))) throw RuntimeError(StandardError::type_mismatch);
+  if (FAILED(::VariantCopyInd(plain.get(), const_cast<VARIANT*>(&value))))
+    throw RuntimeError(StandardError::type_mismatch);
   switch (plain->vt) {
     case VT_EMPTY:
       return {};

@@ -1,6 +1,5 @@
 #include "automation/late_binding.h"
 
-#include <algorithm>
 #include <deque>
 #include <vector>
 
@@ -15,35 +14,28 @@ namespace {
 /// The description of one member, which goes back to the type information that gave it.
 class Member {
  public:
-  Member(ITypeInfo* info, UINT index) : info_(info) { check(info->GetFuncDesc(index, &description_)); }
+  /// The member with that id, called in one of these ways; false afterwards when there is none.
+  Member(ITypeInfo2* info, DISPID id, WORD ways) : info_(info) {
+    for (const auto way : {INVOKE_FUNC, INVOKE_PROPERTYGET, INVOKE_PROPERTYPUT, INVOKE_PROPERTYPUTREF}) {
+      UINT index = 0;
+      if ((ways & way) == 0 || FAILED(info->GetFuncIndexOfMemId(id, way, &index))) continue;
+      check(info->GetFuncDesc(index, &description_));
+      return;
+    }
+  }
   ~Member() {
     if (description_) info_->ReleaseFuncDesc(description_);
   }
-  Member(Member&& other) noexcept : info_(other.info_), description_(std::exchange(other.description_, nullptr)) {}
   Member(const Member&) = delete;
   Member& operator=(const Member&) = delete;
-  Member& operator=(Member&&) = delete;
 
-  const FUNCDESC* operator->() const { return description_; }
+  explicit operator bool() const { return description_ != nullptr; }
+  const FUNCDESC& operator*() const { return *description_; }
 
  private:
-  ITypeInfo* info_;
+  ITypeInfo2* info_;
   FUNCDESC* description_ = nullptr;
 };
-
-/// The members with that id that are called in one of these ways; a property has up to three.
-std::vector<Member> find_members(ITypeInfo* info, DISPID id, WORD flags) {
-  TYPEATTR* attributes = nullptr;
-  check(info->GetTypeAttr(&attributes));
-  const UINT count = attributes->cFuncs;
-  info->ReleaseTypeAttr(attributes);
-  std::vector<Member> members;
-  for (UINT index = 0; index < count; ++index) {
-    Member member(info, index);
-    if (member->memid == id && (member->invkind & flags) != 0) members.push_back(std::move(member));
-  }
-  return members;
-}
 
 VARTYPE array_type(const TYPEDESC& type) {
   return static_cast<VARTYPE>(VT_ARRAY | type.lptdesc->vt);
@@ -178,35 +170,42 @@ constexpr WORD puts = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
 
 }  // namespace
 
+ComPtr<ITypeInfo2> LateBinding::load() {
+  if (!info_) {
+    ComPtr<ITypeInfo> info;
+    check(load_type_library()->GetTypeInfoOfGuid(interface_id_, info.out()));
+    check(info->QueryInterface(IID_ITypeInfo2, info_.out_void()));
+  }
+  return info_;
+}
+
 ComPtr<ITypeInfo> LateBinding::type_info() {
-  if (!type_info_) check(load_type_library()->GetTypeInfoOfGuid(interface_id_, type_info_.out()));
-  return type_info_;
+  return ComPtr<ITypeInfo>(load().get());
 }
 
 HRESULT LateBinding::find(LPOLESTR* names, UINT count, DISPID* ids) {
-  return ::DispGetIDsOfNames(type_info().get(), names, count, ids);
+  return ::DispGetIDsOfNames(load().get(), names, count, ids);
 }
 
 HRESULT LateBinding::invoke(IDispatch* target, DISPID id, WORD flags, DISPPARAMS* parameters, VARIANT* result,
                             EXCEPINFO* exception, UINT* bad_argument) {
   if (!parameters) return E_INVALIDARG;
-  const ComPtr<ITypeInfo> info = type_info();
+  const ComPtr<ITypeInfo2> info = load();
   if (id == DISPID_NEWENUM) flags |= DISPATCH_PROPERTYGET;  // some engines ask for it as a method only
 
-  const bool writes = (flags & puts) != 0;
-  const std::vector<Member> members = find_members(info.get(), id, writes ? puts : flags);
-  if (members.empty()) return DISP_E_MEMBERNOTFOUND;
-  const auto wanted = std::find_if(members.begin(), members.end(),
-                                   [flags](const Member& member) { return (member->invkind & flags) != 0; });
-  const Member& member = wanted != members.end() ? *wanted : members.front();
+  const Member wanted(info.get(), id, flags);
+  const Member other(info.get(), id,
+                     !wanted && (flags & puts) != 0 ? puts : 0);  // Let where only Set is, or the reverse
+  if (!wanted && !other) return DISP_E_MEMBERNOTFOUND;
+  const FUNCDESC& member = wanted ? *wanted : *other;
 
-  Arguments arguments(*parameters, *member.operator->());
+  Arguments arguments(*parameters, member);
   if (FAILED(arguments.failure())) {
     if (bad_argument) *bad_argument = arguments.bad_argument();
     return arguments.failure();
   }
-  if (wanted == members.end() && parameters->cArgs > 0 && arguments.data()[0].vt == VT_DISPATCH)
-    flags = static_cast<WORD>(member->invkind);  // an object put plainly where only Set is offered, or the reverse
+  if (!wanted && parameters->cArgs > 0 && arguments.data()[0].vt == VT_DISPATCH)
+    flags = static_cast<WORD>(member.invkind);
 
   DISPPARAMS prepared = *parameters;
   prepared.rgvarg = arguments.data();

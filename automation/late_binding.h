@@ -26,8 +26,10 @@ class LateBinding {
                  EXCEPINFO* exception, UINT* bad_argument);
 
  private:
+  ComPtr<ITypeInfo2> load();
+
   const IID& interface_id_;
-  ComPtr<ITypeInfo> type_info_;
+  ComPtr<ITypeInfo2> info_;
 };
 
 }  // namespace tornby::automation

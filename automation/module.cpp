@@ -1,6 +1,7 @@
 #include "automation/module.h"
 
 #include <atomic>
+#include <mutex>
 
 #include "automation/error_edge.h"
 
@@ -10,6 +11,10 @@ namespace tornby::automation {
 namespace {
 
 std::atomic<long> references = 0;
+
+/// The type library of the moment. A plain pointer: when the process ends, COM may be gone before this module's data.
+std::mutex library_mutex;
+ITypeLib* library = nullptr;
 
 }  // namespace
 
@@ -28,9 +33,9 @@ std::wstring module_path() {
 }
 
 ComPtr<ITypeLib> load_type_library() {
-  ComPtr<ITypeLib> library;
-  check(::LoadTypeLibEx(module_path().c_str(), REGKIND_NONE, library.out()));
-  return library;
+  const std::lock_guard lock(library_mutex);
+  if (!library) check(::LoadTypeLibEx(module_path().c_str(), REGKIND_NONE, &library));
+  return ComPtr<ITypeLib>(library);
 }
 
 void add_module_reference() {
@@ -39,8 +44,12 @@ void add_module_reference() {
 void release_module_reference() {
   --references;
 }
-long module_references() {
-  return references;
+
+bool may_unload() {
+  if (references != 0) return false;
+  const std::lock_guard lock(library_mutex);
+  ComPtr<ITypeLib>::adopt(std::exchange(library, nullptr));
+  return true;
 }
 
 }  // namespace tornby::automation

@@ -32,7 +32,7 @@ STDAPI DllGetClassObject(REFCLSID clsid, REFIID iid, void** factory) {
 }
 
 STDAPI DllCanUnloadNow() {
-  return module_references() == 0 ? S_OK : S_FALSE;
+  return may_unload() ? S_OK : S_FALSE;
 }
 
 STDAPI DllRegisterServer() {

@@ -1,0 +1,222 @@
+// The DLL as a whole: what it exports, registers, describes and keeps alive.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "server.h"
+
+namespace tornby {
+namespace {
+
+using testing::ComPtr;
+using testing::Server;
+
+/// The classes' names and ids, from the same table that the DLL is built from.
+#define TORNBY_CLASS(name, clsid, description) {L"" #name, L"" clsid, &CLSID_##name},
+const struct {
+  const wchar_t* name;
+  const wchar_t* clsid;
+  const CLSID* id;
+} classes[] = {
+#include "automation/classes.inc"
+};
+#undef TORNBY_CLASS
+
+std::wstring read_key(HKEY root, const std::wstring& path, const wchar_t* value = nullptr) {
+  wchar_t text[MAX_PATH] = {};
+  DWORD size = sizeof text;
+  if (::RegGetValueW(root, path.c_str(), value, RRF_RT_REG_SZ, nullptr, text, &size) != ERROR_SUCCESS) return L"(none)";
+  return text;
+}
+
+HRESULT call_export(const Server& server, const char* name) {
+  return reinterpret_cast<HRESULT(WINAPI*)()>(reinterpret_cast<void*>(server.entry(name)))();
+}
+
+HRESULT install(const Server& server, BOOL in, const wchar_t* command) {
+  return reinterpret_cast<HRESULT(WINAPI*)(BOOL, LPCWSTR)>(reinterpret_cast<void*>(server.entry("DllInstall")))(
+      in, command);
+}
+
+TEST(Server, TableAndTypeLibraryAgree) {
+  for (const auto& entry : classes) {
+    CLSID id{};
+    ASSERT_EQ(::CLSIDFromString(entry.clsid, &id), S_OK);
+    EXPECT_TRUE(id == *entry.id) << std::wstring(entry.name).size();
+  }
+}
+
+TEST(Server, RegistersForTheMachineAndRemovesItAll) {
+  const Server server;
+  ASSERT_EQ(call_export(server, "DllRegisterServer"), S_OK);
+  for (const auto& entry : classes) {
+    const std::wstring name = std::wstring(L"Tornby.") + entry.name;
+    const std::wstring key = std::wstring(L"Software\\Classes\\CLSID\\") + entry.clsid;
+    EXPECT_EQ(read_key(HKEY_LOCAL_MACHINE, key + L"\\InprocServer32"), testing::dll_path());
+    EXPECT_EQ(read_key(HKEY_LOCAL_MACHINE, key + L"\\InprocServer32", L"ThreadingModel"), L"Apartment");
+    EXPECT_EQ(read_key(HKEY_LOCAL_MACHINE, key + L"\\VersionIndependentProgID"), name);
+    CLSID id{};
+    EXPECT_EQ(::CLSIDFromProgID(name.c_str(), &id), S_OK);
+    EXPECT_TRUE(id == *entry.id);
+    EXPECT_EQ(::CLSIDFromProgID((name + L".1").c_str(), &id), S_OK);
+    ComPtr<IDispatch> object;
+    EXPECT_EQ(::CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, object.out_void()), S_OK);
+  }
+  ComPtr<ITypeLib> library;
+  EXPECT_EQ(::LoadRegTypeLib(LIBID_Tornby, 1, 0, 0, library.out()), S_OK);
+
+  ASSERT_EQ(call_export(server, "DllUnregisterServer"), S_OK);
+  for (const auto& entry : classes) {
+    CLSID id{};
+    EXPECT_NE(::CLSIDFromProgID((std::wstring(L"Tornby.") + entry.name).c_str(), &id), S_OK);
+    EXPECT_EQ(read_key(HKEY_LOCAL_MACHINE, std::wstring(L"Software\\Classes\\CLSID\\") + entry.clsid), L"(none)");
+  }
+  EXPECT_NE(::LoadRegTypeLib(LIBID_Tornby, 1, 0, 0, library.out()), S_OK);
+  EXPECT_EQ(call_export(server, "DllUnregisterServer"), S_OK) << "removing twice is no failure";
+}
+
+TEST(Server, RegistersForTheUserAndRemovesItAll) {
+  const Server server;
+  EXPECT_EQ(install(server, TRUE, L"somebody"), E_INVALIDARG);
+  ASSERT_EQ(install(server, TRUE, L"user"), S_OK);
+  for (const auto& entry : classes) {
+    const std::wstring key = std::wstring(L"Software\\Classes\\CLSID\\") + entry.clsid;
+    EXPECT_EQ(read_key(HKEY_CURRENT_USER, key + L"\\InprocServer32"), testing::dll_path());
+    EXPECT_EQ(read_key(HKEY_CURRENT_USER, std::wstring(L"Software\\Classes\\Tornby.") + entry.name + L"\\CLSID"),
+              entry.clsid);
+  }
+  ASSERT_EQ(install(server, FALSE, L"user"), S_OK);
+  for (const auto& entry : classes) {
+    EXPECT_EQ(read_key(HKEY_CURRENT_USER, std::wstring(L"Software\\Classes\\CLSID\\") + entry.clsid + L"\\ProgID"),
+              L"(none)");
+    EXPECT_EQ(read_key(HKEY_CURRENT_USER, std::wstring(L"Software\\Classes\\Tornby.") + entry.name + L"\\CLSID"),
+              L"(none)");
+  }
+}
+
+TEST(Server, WorksThroughItsManifestWithoutTheRegistry) {
+  const std::wstring dll = testing::dll_path();
+  const std::wstring manifest = dll.substr(0, dll.find_last_of(L'\\') + 1) + L"Tornby.Components.manifest";
+  ASSERT_TRUE(SUCCEEDED(::CoInitialize(nullptr)));
+  ACTCTXW context = {};
+  context.cbSize = sizeof context;
+  context.lpSource = manifest.c_str();
+  const HANDLE handle = ::CreateActCtxW(&context);
+  ASSERT_NE(handle, INVALID_HANDLE_VALUE) << ::GetLastError();
+  ULONG_PTR cookie = 0;
+  ASSERT_TRUE(::ActivateActCtx(handle, &cookie));
+  for (const auto& entry : classes) {
+    CLSID id{};
+    EXPECT_EQ(::CLSIDFromProgID((std::wstring(L"Tornby.") + entry.name).c_str(), &id), S_OK);
+    ComPtr<IDispatch> object;
+    EXPECT_EQ(::CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, object.out_void()), S_OK);
+  }
+  ::DeactivateActCtx(0, cookie);
+  ::ReleaseActCtx(handle);
+  ::CoUninitialize();
+}
+
+/// A type's or a member's help string; DISPID_UNKNOWN asks for the type's own.
+std::wstring help_string(ITypeInfo* type, MEMBERID member) {
+  BSTR help = nullptr;
+  EXPECT_EQ(type->GetDocumentation(member, nullptr, &help, nullptr, nullptr), S_OK);
+  const std::wstring text = help ? help : L"";
+  ::SysFreeString(help);
+  return text;
+}
+
+TEST(Server, EveryMemberOfEveryTypeHasAHelpString) {
+  ComPtr<ITypeLib> library;
+  ASSERT_EQ(::LoadTypeLibEx(testing::dll_path().c_str(), REGKIND_NONE, library.out()), S_OK);
+  int members = 0;
+  for (UINT t = 0; t < library->GetTypeInfoCount(); ++t) {
+    ComPtr<ITypeInfo> type;
+    ASSERT_EQ(library->GetTypeInfo(t, type.out()), S_OK);
+    TYPEATTR* attributes = nullptr;
+    ASSERT_EQ(type->GetTypeAttr(&attributes), S_OK);
+    EXPECT_FALSE(help_string(type.get(), MEMBERID_NIL).empty()) << "type " << t;
+    for (UINT f = 0; f < attributes->cFuncs; ++f) {
+      FUNCDESC* function = nullptr;
+      ASSERT_EQ(type->GetFuncDesc(f, &function), S_OK);
+      const bool inherited = (function->wFuncFlags & FUNCFLAG_FRESTRICTED) != 0;
+      if (!inherited) {
+        EXPECT_FALSE(help_string(type.get(), function->memid).empty())
+            << "type " << t << ", member " << function->memid;
+        ++members;
+      }
+      type->ReleaseFuncDesc(function);
+    }
+    type->ReleaseTypeAttr(attributes);
+  }
+  EXPECT_GT(members, 8);
+}
+
+TEST(Server, ObjectsAnswerTheUsualQuestions) {
+  const Server server;
+  for (const auto& entry : classes) {
+    const auto object = server.create<IDispatch>(*entry.id);
+    ComPtr<IUnknown> identity;
+    ComPtr<IUnknown> again;
+    ComPtr<ISupportErrorInfo> errors;
+    ASSERT_EQ(object->QueryInterface(IID_IUnknown, identity.out_void()), S_OK);
+    ASSERT_EQ(object->QueryInterface(IID_ISupportErrorInfo, errors.out_void()), S_OK);
+    ASSERT_EQ(errors->QueryInterface(IID_IUnknown, again.out_void()), S_OK);
+    EXPECT_EQ(identity.get(), again.get());
+    EXPECT_EQ(object->QueryInterface(IID_IUnknown, nullptr), E_POINTER);
+    void* nothing = &again;
+    EXPECT_EQ(object->QueryInterface(IID_IStorage, &nothing), E_NOINTERFACE);
+    EXPECT_EQ(nothing, nullptr);
+    ComPtr<IProvideClassInfo> provider;
+    ComPtr<ITypeInfo> info;
+    ASSERT_EQ(object->QueryInterface(IID_IProvideClassInfo, provider.out_void()), S_OK);
+    ASSERT_EQ(provider->GetClassInfo(info.out()), S_OK);
+    TYPEATTR* attributes = nullptr;
+    ASSERT_EQ(info->GetTypeAttr(&attributes), S_OK);
+    EXPECT_TRUE(attributes->guid == *entry.id);
+    info->ReleaseTypeAttr(attributes);
+  }
+}
+
+TEST(Server, StaysLoadedJustAsLongAsSomethingLives) {
+  const Server server;
+  EXPECT_TRUE(server.is_idle());
+  {
+    const auto factory = server.factory(CLSID_clsCRC);
+    EXPECT_FALSE(server.is_idle());
+    ComPtr<IDispatch> object;
+    EXPECT_EQ(factory->CreateInstance(factory.get(), IID_IDispatch, object.out_void()), CLASS_E_NOAGGREGATION);
+    EXPECT_EQ(factory->CreateInstance(nullptr, IID_IStorage, object.out_void()), E_NOINTERFACE);
+    EXPECT_EQ(factory->CreateInstance(nullptr, IID_IDispatch, nullptr), E_POINTER);
+    EXPECT_EQ(factory->CreateInstance(nullptr, IID_IDispatch, object.out_void()), S_OK);
+  }
+  EXPECT_TRUE(server.is_idle());
+  server.factory(CLSID_clsCRC)->LockServer(TRUE);
+  EXPECT_FALSE(server.is_idle());
+  server.factory(CLSID_clsCRC)->LockServer(FALSE);
+  EXPECT_TRUE(server.is_idle());
+}
+
+TEST(Server, RefusesClassesThatItDoesNotHave) {
+  const Server server;
+  using GetClassObject = HRESULT(WINAPI*)(REFCLSID, REFIID, void**);
+  const auto get = reinterpret_cast<GetClassObject>(reinterpret_cast<void*>(server.entry("DllGetClassObject")));
+  ComPtr<IClassFactory> factory;
+  EXPECT_EQ(get(IID_IDispatch, IID_IClassFactory, factory.out_void()), CLASS_E_CLASSNOTAVAILABLE);
+  EXPECT_EQ(get(CLSID_clsCRC, IID_IDispatch, factory.out_void()), E_NOINTERFACE);
+  EXPECT_EQ(get(CLSID_clsCRC, IID_IClassFactory, nullptr), E_POINTER);
+}
+
+TEST(Server, CarriesItsVersion) {
+  const std::wstring dll = testing::dll_path();
+  DWORD ignored = 0;
+  std::string block(::GetFileVersionInfoSizeW(dll.c_str(), &ignored), '\0');
+  ASSERT_FALSE(block.empty());
+  ASSERT_TRUE(::GetFileVersionInfoW(dll.c_str(), 0, static_cast<DWORD>(block.size()), block.data()));
+  void* text = nullptr;
+  UINT length = 0;
+  ASSERT_TRUE(::VerQueryValueW(block.data(), L"\\StringFileInfo\\040904E4\\ProductName", &text, &length));
+  EXPECT_STREQ(static_cast<wchar_t*>(text), L"Tornby");
+}
+
+}  // namespace
+}  // namespace tornby
