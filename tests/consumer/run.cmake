@@ -1,0 +1,20 @@
+# Installs the library, builds the consumer against the installed copy alone, and runs it.
+# Variables: BUILD, SOURCE, WORK, GENERATOR, TOOLCHAIN (may be empty), EMULATOR (may be empty)
+file(REMOVE_RECURSE ${WORK})
+function(run)
+  execute_process(COMMAND ${ARGN} RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE output)
+  if(NOT status EQUAL 0)
+    message(FATAL_ERROR "${ARGN} failed:\n${output}")
+  endif()
+endfunction()
+
+run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${WORK}/installed)
+set(toolchain_option)
+if(TOOLCHAIN)
+  set(toolchain_option -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN} -DCMAKE_FIND_ROOT_PATH_MODE_PACKAGE=BOTH)
+endif()
+run(${CMAKE_COMMAND} -S ${SOURCE} -B ${WORK}/build -G ${GENERATOR} -DCMAKE_BUILD_TYPE=Release
+  -Dtornby_DIR=${WORK}/installed/lib/cmake/tornby ${toolchain_option})
+run(${CMAKE_COMMAND} --build ${WORK}/build)
+file(GLOB program ${WORK}/build/consumer ${WORK}/build/consumer.exe)
+run(${EMULATOR} ${program})
