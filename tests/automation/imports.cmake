@@ -1,4 +1,5 @@
 # The DLL may need nothing but the system's own libraries. Variables: OBJDUMP, DLL
+cmake_minimum_required(VERSION 3.25)
 execute_process(COMMAND ${OBJDUMP} -p ${DLL} OUTPUT_VARIABLE output COMMAND_ERROR_IS_FATAL ANY)
 string(REGEX MATCHALL "DLL Name: [^\r\n ]+" imports "${output}")
 list(LENGTH imports count)
