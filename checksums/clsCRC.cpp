@@ -38,14 +38,19 @@ void for_each_block(const AnsiCodePage& code_page, StringView text, Take take) {
   }
 }
 
+/// A file's size as the size of a buffer for it. Raises 7 (out of memory) where no buffer can be that large.
+std::size_t buffer_size(std::uint64_t file_size) {
+  if (file_size > static_cast<std::uint64_t>(std::numeric_limits<std::ptrdiff_t>::max()))
+    throw RuntimeError(StandardError::out_of_memory);
+  return static_cast<std::size_t>(file_size);
+}
+
 /// The whole file in one piece. A failure leaves the file open, as the caller's contract says.
 std::pair<std::unique_ptr<std::uint8_t[]>, std::size_t> read_whole(InputFile& file) {
   try {
-    const std::uint64_t size = file.size();
-    if (size > static_cast<std::uint64_t>(std::numeric_limits<std::ptrdiff_t>::max()))
-      throw RuntimeError(StandardError::out_of_memory);
-    auto buffer = std::make_unique_for_overwrite<std::uint8_t[]>(static_cast<std::size_t>(size));
-    const std::size_t got = file.read({buffer.get(), static_cast<std::size_t>(size)});
+    const std::size_t size = buffer_size(file.size());
+    auto buffer = std::make_unique_for_overwrite<std::uint8_t[]>(size);
+    const std::size_t got = file.read({buffer.get(), size});
     return {std::move(buffer), got};
   } catch (...) {
     file.leave_open();
@@ -82,7 +87,7 @@ void clsCRC::Algorithm(std::int32_t value) {
 
 Variant clsCRC::CalculateFile(StringView file_name) const {
   try {
-    if (files_->size(file_name) == 0) return {};
+    if (buffer_size(files_->size(file_name)) == 0) return {};
     const bool computes = !process_->is_wow64();
     const auto file = files_->open_for_reading(file_name);
     const auto [bytes, size] = read_whole(*file);
