@@ -10,12 +10,14 @@
 
 namespace tornby::automation {
 
-/// A class object with one dual interface. `name` is the class's, as in "Tornby.<name>".
-template <class Interface>
-class DispatchObject : public Counted<Interface, ISupportErrorInfo, IProvideClassInfo> {
+/// An object with one dual interface, and More that a derived class implements and names in find_interface.
+template <class Interface, class... More>
+class DispatchObject : public Counted<Interface, ISupportErrorInfo, IProvideClassInfo2, More...> {
  public:
-  DispatchObject(const wchar_t* source, REFCLSID clsid)
-      : source_(source), clsid_(clsid), binding_(__uuidof(Interface)) {}
+  /// `source` is what errors name as theirs, such as "Tornby.clsCRC"; `clsid` is CLSID_NULL for an object that only
+  /// other objects create, `events` the source dispinterface or IID_NULL. All three are kept by reference.
+  explicit DispatchObject(const wchar_t* source, REFCLSID clsid = CLSID_NULL, REFIID events = IID_NULL)
+      : source_(source), clsid_(clsid), events_(events), binding_(__uuidof(Interface)) {}
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
     if (!object) return E_POINTER;
@@ -24,8 +26,8 @@ class DispatchObject : public Counted<Interface, ISupportErrorInfo, IProvideClas
       *object = static_cast<Interface*>(this);
     else if (iid == IID_ISupportErrorInfo)
       *object = static_cast<ISupportErrorInfo*>(this);
-    else if (iid == IID_IProvideClassInfo && clsid_ != CLSID_NULL)
-      *object = static_cast<IProvideClassInfo*>(this);
+    else if (clsid_ != CLSID_NULL && (iid == IID_IProvideClassInfo || iid == IID_IProvideClassInfo2))
+      *object = static_cast<IProvideClassInfo2*>(this);
     else
       *object = find_interface(iid);
     if (!*object) return E_NOINTERFACE;
@@ -67,6 +69,11 @@ class DispatchObject : public Counted<Interface, ISupportErrorInfo, IProvideClas
     *info = nullptr;
     return this->act([&] { check(load_type_library()->GetTypeInfoOfGuid(clsid_, info)); });
   }
+  HRESULT STDMETHODCALLTYPE GetGUID(DWORD kind, GUID* guid) override {
+    if (!guid) return E_POINTER;
+    *guid = events_;
+    return kind == GUIDKIND_DEFAULT_SOURCE_DISP_IID && events_ != IID_NULL ? S_OK : E_INVALIDARG;
+  }
 
  protected:
   /// A further interface of the object, not counted, or null.
@@ -90,6 +97,7 @@ class DispatchObject : public Counted<Interface, ISupportErrorInfo, IProvideClas
  private:
   const wchar_t* source_;
   const CLSID& clsid_;
+  const IID& events_;
   LateBinding binding_;
 };
 

@@ -6,6 +6,7 @@
 
 #include "base/single_byte_code_page.h"
 #include "support/errors.h"
+#include "support/handles.h"
 #include "support/temporary_folder.h"
 
 namespace tornby {
@@ -196,6 +197,16 @@ TEST(clsCRC, CalculateFile) {
   EXPECT_TRUE(is_empty(wow64.CalculateFile(digits)));
   EXPECT_TRUE(is_empty(wow64.CalculateFile(nothing)));
   EXPECT_EQ(wow64.CalculateFile(folder.name_of("none.txt")), Variant(failed));
+}
+
+TEST(clsCRC, CalculateFileLeavesNoHandleOpen) {
+  const testing::TemporaryFolder folder;
+  const String digits = folder.write("digits.txt", "123456789");
+  const clsCRC crc = plain_crc();
+  crc.CalculateFile(digits);
+  const auto before = testing::next_handle();
+  for (int round = 0; round < 256; ++round) crc.CalculateFile(digits);
+  EXPECT_EQ(testing::next_handle(), before);
 }
 
 /// One file that fails or lies about its size.
