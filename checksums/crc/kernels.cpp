@@ -21,10 +21,6 @@ std::span<const Crc32Kernel> crc32_kernels() {
   return crc32_list;
 }
 
-Features available_features() {
-  return no_features;
-}
-
 std::uint16_t update_crc16(std::uint16_t value, const std::uint8_t* data, std::size_t size) {
   static const auto chosen = resolve(crc16_kernels(), available_features()).update;
   return chosen(value, data, size);

@@ -12,11 +12,9 @@
 #include <cstdint>
 #include <span>
 
-namespace tornby::crc {
+#include "checksums/kernel.h"
 
-/// What a kernel may ask of the processor, as bits. The portable kernels ask for nothing.
-using Features = unsigned;
-inline constexpr Features no_features = 0;
+namespace tornby::crc {
 
 template <class Register>
 struct Kernel {
@@ -30,17 +28,6 @@ using Crc32Kernel = Kernel<std::uint32_t>;
 /// All kernels, the fastest first; the last is the plain table walk, which every other one is tested against.
 std::span<const Crc16Kernel> crc16_kernels();
 std::span<const Crc32Kernel> crc32_kernels();
-
-/// The features of the processor that this process runs on.
-Features available_features();
-
-/// The first of `kernels` whose needs lie within `features`.
-template <class Register>
-const Kernel<Register>& resolve(std::span<const Kernel<Register>> kernels, Features features) {
-  for (const auto& kernel : kernels)
-    if ((kernel.needs & ~features) == 0) return kernel;
-  return kernels.back();
-}
 
 /// The update by the best kernel for this processor.
 std::uint16_t update_crc16(std::uint16_t value, const std::uint8_t* data, std::size_t size);

@@ -5,30 +5,15 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <utility>
 
 #include "base/runtime_error.h"
+#include "platform/posix/descriptor.h"
 #include "platform/posix/error.h"
 #include "platform/posix/file_name.h"
+#include "platform/posix/output_file.h"
 
 namespace tornby {
 namespace {
-
-class Descriptor {
- public:
-  explicit Descriptor(int value) : value_(value) {}
-  ~Descriptor() {
-    if (value_ >= 0) ::close(value_);
-  }
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-
-  int get() const { return value_; }
-  int release() { return std::exchange(value_, -1); }
-
- private:
-  int value_;
-};
 
 std::uint64_t checked_size(const struct stat& status) {
   if (S_ISDIR(status.st_mode)) throw RuntimeError(StandardError::path_file_access_error);
@@ -62,7 +47,7 @@ class PosixInputFile final : public InputFile {
   void leave_open() override { descriptor_.release(); }
 
  private:
-  Descriptor descriptor_;
+  posix::Descriptor descriptor_;
 };
 
 class PosixFiles final : public Files {
@@ -77,6 +62,14 @@ class PosixFiles final : public Files {
     const int descriptor = ::open(posix::file_name(name).c_str(), O_RDONLY | O_CLOEXEC);
     if (descriptor < 0) throw posix::file_error(errno);
     return std::make_unique<PosixInputFile>(descriptor);
+  }
+
+  std::unique_ptr<OutputFile> open_for_writing(StringView name) const override {
+    return posix::open_output(posix::file_name(name));
+  }
+
+  std::unique_ptr<Replacement> replace(StringView name) const override {
+    return posix::start_replacement(posix::file_name(name));
   }
 };
 

@@ -1,31 +1,16 @@
 #include "platform/files.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "base/runtime_error.h"
 #include "platform/windows/error.h"
+#include "platform/windows/file_handle.h"
 #include "platform/windows/file_name.h"
+#include "platform/windows/output_file.h"
 #include "platform/windows/system.h"
 
 namespace tornby {
 namespace {
-
-class FileHandle {
- public:
-  explicit FileHandle(HANDLE value) : value_(value) {}
-  ~FileHandle() {
-    if (value_ != INVALID_HANDLE_VALUE) ::CloseHandle(value_);
-  }
-  FileHandle(const FileHandle&) = delete;
-  FileHandle& operator=(const FileHandle&) = delete;
-
-  HANDLE get() const { return value_; }
-  HANDLE release() { return std::exchange(value_, INVALID_HANDLE_VALUE); }
-
- private:
-  HANDLE value_;
-};
 
 class WindowsInputFile final : public InputFile {
  public:
@@ -54,7 +39,7 @@ class WindowsInputFile final : public InputFile {
   void leave_open() override { handle_.release(); }
 
  private:
-  FileHandle handle_;
+  windows::FileHandle handle_;
 };
 
 class WindowsFiles final : public Files {
@@ -72,6 +57,14 @@ class WindowsFiles final : public Files {
                                   nullptr, OPEN_EXISTING, 0, nullptr);
     if (handle == INVALID_HANDLE_VALUE) throw windows::file_error(::GetLastError());
     return std::make_unique<WindowsInputFile>(handle);
+  }
+
+  std::unique_ptr<OutputFile> open_for_writing(StringView name) const override {
+    return windows::open_output(windows::file_name(name));
+  }
+
+  std::unique_ptr<Replacement> replace(StringView name) const override {
+    return windows::start_replacement(windows::file_name(name));
   }
 };
 

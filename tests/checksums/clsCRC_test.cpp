@@ -6,6 +6,7 @@
 
 #include "base/single_byte_code_page.h"
 #include "support/errors.h"
+#include "support/forwarding_files.h"
 #include "support/handles.h"
 #include "support/temporary_folder.h"
 
@@ -210,7 +211,7 @@ TEST(clsCRC, CalculateFileLeavesNoHandleOpen) {
 }
 
 /// One file that fails or lies about its size.
-class OneFile final : public Files {
+class OneFile final : public testing::ForwardingFiles {
  public:
   struct Script {
     std::uint64_t size = 4;

@@ -1,0 +1,21 @@
+#include "checksums/base64/kernels.h"
+
+namespace tornby::base64 {
+namespace {
+
+constexpr Codec list[] = {
+    {"plain", no_features, encode_plain, decode_plain},
+};
+
+}  // namespace
+
+std::span<const Codec> kernels() {
+  return list;
+}
+
+const Codec& best() {
+  static const Codec& chosen = resolve(kernels(), available_features());
+  return chosen;
+}
+
+}  // namespace tornby::base64

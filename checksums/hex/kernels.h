@@ -1,0 +1,20 @@
+// Hexadecimal: a byte is two digits, the high half first. Upper case is written, either case is read.
+#pragma once
+
+#include <span>
+
+#include "checksums/codec.h"
+
+namespace tornby::hex {
+
+/// All kernels; the last is the plain one.
+std::span<const Codec> kernels();
+
+/// The best kernel for this processor.
+const Codec& best();
+
+// The kernels themselves.
+void encode_plain(const std::uint8_t* bytes, std::size_t groups, std::uint8_t* digits);
+std::size_t decode_plain(const std::uint8_t* digits, std::size_t groups, std::uint8_t* bytes);
+
+}  // namespace tornby::hex

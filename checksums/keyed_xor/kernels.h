@@ -1,0 +1,34 @@
+// A block XORed with a key that repeats.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+#include "checksums/kernel.h"
+
+namespace tornby::keyed_xor {
+
+/// XORs `size` bytes in place: byte i meets key byte (`phase` + i) mod `key_size`. The key has at least one byte and
+/// does not overlap the data; `phase` is below `key_size`. Any length is allowed, 0 included, at any alignment, and
+/// nothing outside the blocks is read or written.
+using Apply = void (*)(std::uint8_t* data, std::size_t size, const std::uint8_t* key, std::size_t key_size,
+                       std::size_t phase);
+
+struct Kernel {
+  const char* name;
+  Features needs;
+  Apply apply;
+};
+
+/// All kernels; the last is the plain one.
+std::span<const Kernel> kernels();
+
+/// The same by the best kernel for this processor.
+void apply(std::uint8_t* data, std::size_t size, const std::uint8_t* key, std::size_t key_size, std::size_t phase);
+
+// The kernels themselves.
+void apply_plain(std::uint8_t* data, std::size_t size, const std::uint8_t* key, std::size_t key_size,
+                 std::size_t phase);
+
+}  // namespace tornby::keyed_xor

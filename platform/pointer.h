@@ -1,0 +1,20 @@
+// The mouse pointer.
+#pragma once
+
+namespace tornby {
+
+/// The mouse pointer over the windows of the calling thread. Where there are none, nothing happens.
+class Pointer {
+ public:
+  virtual ~Pointer() = default;
+
+  /// Shows the hourglass until the pointer is set anew.
+  virtual void show_hourglass() const = 0;
+
+  /// Shows the arrow; a window that wants another pointer sets it at the next move of the mouse.
+  virtual void show_default() const = 0;
+};
+
+const Pointer& native_pointer();
+
+}  // namespace tornby

@@ -1,0 +1,15 @@
+// Files open for writing, and replacements.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/files.h"
+
+namespace tornby::posix {
+
+/// What `Files::open_for_writing` and `Files::replace` return for a name in the system's form.
+std::unique_ptr<OutputFile> open_output(const std::string& name);
+std::unique_ptr<Replacement> start_replacement(const std::string& name);
+
+}  // namespace tornby::posix

@@ -1,0 +1,19 @@
+#include "platform/pointer.h"
+
+namespace tornby {
+namespace {
+
+class NoPointer final : public Pointer {
+ public:
+  void show_hourglass() const override {}
+  void show_default() const override {}
+};
+
+}  // namespace
+
+const Pointer& native_pointer() {
+  static const NoPointer pointer;
+  return pointer;
+}
+
+}  // namespace tornby

@@ -1,0 +1,217 @@
+#include "checksums/clsApi.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <new>
+#include <vector>
+
+#include "base/runtime_error.h"
+#include "base/single_byte_code_page.h"
+#include "support/forwarding_files.h"
+#include "support/temporary_folder.h"
+
+namespace tornby {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::ForwardingFiles;
+using testing::TemporaryFolder;
+
+class CountingPointer final : public Pointer {
+ public:
+  void show_hourglass() const override { ++shown; }
+  void show_default() const override { ++put_back; }
+  mutable int shown = 0;
+  mutable int put_back = 0;
+};
+
+clsApi api_on(const Files& files) {
+  return clsApi(windows_1252(), files);
+}
+const clsApi& api() {
+  static const clsApi object = api_on(native_files());
+  return object;
+}
+
+std::size_t files_in(const TemporaryFolder& folder) {
+  return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder.path()), {}));
+}
+
+TEST(clsApi, ReadsBytesAsCharacters) {
+  const TemporaryFolder folder;
+  EXPECT_EQ(api().ApiReadFile(folder.write("ab.txt", "AB")), u"AB");
+  EXPECT_EQ(api().ApiReadFile(folder.write("none.txt", "")), u"");
+  EXPECT_EQ(api().ApiReadFile(folder.write("all.txt", std::string_view("\x80\xE9\r\n\0\x1A\x81", 7))),
+            String(u"\u20AC\u00E9\r\n\0\x1A\u0081", 7));
+
+  std::string large;
+  for (int line = 0; line < 200'000; ++line) large += "line " + std::to_string(line) + "\n";
+  EXPECT_EQ(api().ApiReadFile(folder.write("large.txt", large)), widen(large));
+}
+
+TEST(clsApi, ReadingNothingIsEmpty) {
+  const TemporaryFolder folder;
+  EXPECT_EQ(api().ApiReadFile(folder.name_of("missing.txt")), u"");
+  EXPECT_EQ(api().ApiReadFile(folder.path().u16string()), u"");
+  EXPECT_EQ(api().ApiReadFile(u""), u"");
+}
+
+TEST(clsApi, SavesOneLine) {
+  const TemporaryFolder folder;
+  const String name = folder.name_of("text.txt");
+  EXPECT_TRUE(api().apiSaveFile(name, u"A"));
+  EXPECT_EQ(folder.read("text.txt"), "A\r\n");
+  EXPECT_TRUE(api().apiSaveFile(name, u"\u20AC\u00E9\u0416"));
+  EXPECT_EQ(folder.read("text.txt"), "\x80\xE9?\r\n");
+  EXPECT_TRUE(api().apiSaveFile(name, u""));
+  EXPECT_EQ(folder.read("text.txt"), "\r\n");
+  const String text = api().ApiReadFile(name);
+  EXPECT_EQ(text, u"\r\n");
+  EXPECT_EQ(files_in(folder), 1u);
+}
+
+TEST(clsApi, SavingNowhereIsFalse) {
+  const TemporaryFolder folder;
+  const CountingPointer pointer;
+  const clsApi object(windows_1252(), native_files(), pointer);
+  EXPECT_FALSE(object.apiSaveFile(folder.name_of("missing/text.txt"), u"A"));
+  EXPECT_FALSE(object.apiSaveFile(folder.path().u16string(), u"A"));
+  EXPECT_FALSE(object.apiSaveFile(u"", u"A"));
+  EXPECT_TRUE(object.apiSaveFile(folder.name_of("text.txt"), u"A"));
+  EXPECT_EQ(pointer.shown, 4);
+  EXPECT_EQ(pointer.put_back, 4);
+}
+
+/// A file of which only the size and the way it reads are real.
+class ScriptedFile final : public ForwardingFiles {
+ public:
+  ScriptedFile(std::uint64_t size, std::vector<std::size_t> reads) : size_(size), reads_(std::move(reads)) {}
+  std::unique_ptr<InputFile> open_for_reading(StringView) const override {
+    return std::make_unique<Open>(size_, reads_);
+  }
+
+ private:
+  class Open final : public InputFile {
+   public:
+    Open(std::uint64_t size, std::vector<std::size_t> reads) : size_(size), reads_(std::move(reads)) {}
+    std::uint64_t size() const override { return size_; }
+    std::size_t read(std::span<std::uint8_t> out) override {
+      if (next_ == reads_.size()) throw RuntimeError(StandardError::device_io_error);
+      const std::size_t got = std::min(reads_[next_++], out.size());
+      std::fill_n(out.begin(), got, std::uint8_t{'a'});
+      return got;
+    }
+    void leave_open() override { ADD_FAILURE() << "left open"; }
+
+   private:
+    std::uint64_t size_;
+    std::vector<std::size_t> reads_;
+    std::size_t next_ = 0;
+  };
+  std::uint64_t size_;
+  std::vector<std::size_t> reads_;
+};
+
+TEST(clsApi, FileThatChangesOrFailsWhileItIsRead) {
+  const auto read = [](std::uint64_t size, std::vector<std::size_t> reads) {
+    const ScriptedFile file(size, std::move(reads));
+    return api_on(file).ApiReadFile(u"x");
+  };
+  EXPECT_EQ(read(4, {1000}), u"aaaa") << "it grew";
+  EXPECT_EQ(read(1000, {3, 0}), u"aaa") << "it shrank";
+  EXPECT_EQ(read(1000, {0}), u"");
+  EXPECT_EQ(read(1000, {500}), u"") << "it failed half-way";
+  EXPECT_EQ(read(std::uint64_t{1} << 31, {1000}), u"");
+  EXPECT_EQ(read(~std::uint64_t{0}, {1000}), u"");
+}
+
+/// Fails at one step of saving, after having done half of a write.
+class FailingFiles final : public ForwardingFiles {
+ public:
+  enum Step { replace_step, write_step, flush_step, commit_step, resize_step, nothing };
+
+  FailingFiles(Step step, bool in_place) : step_(step), in_place_(in_place) {}
+
+  std::unique_ptr<Replacement> replace(StringView name) const override {
+    fail_at(replace_step);
+    if (in_place_) return nullptr;
+    return std::make_unique<Output<Replacement>>(*this, native_files().replace(name));
+  }
+  std::unique_ptr<OutputFile> open_for_writing(StringView name) const override {
+    return std::make_unique<Output<OutputFile>>(*this, native_files().open_for_writing(name));
+  }
+
+ private:
+  void fail_at(Step step) const {
+    if (step == step_) throw RuntimeError(StandardError::disk_full);
+  }
+
+  template <class Interface>
+  class Output : public Interface {
+   public:
+    Output(const FailingFiles& files, std::unique_ptr<Interface> real) : files_(files), real_(std::move(real)) {}
+    std::uint64_t size() const override { return real_->size(); }
+    void write(std::uint64_t position, ByteView bytes) override {
+      if (files_.step_ == write_step) real_->write(position, bytes.first(bytes.size() / 2));
+      files_.fail_at(write_step);
+      real_->write(position, bytes);
+    }
+    void resize(std::uint64_t size) override {
+      files_.fail_at(resize_step);
+      real_->resize(size);
+    }
+    void flush() override {
+      files_.fail_at(flush_step);
+      real_->flush();
+    }
+    void commit() {
+      files_.fail_at(commit_step);
+      if constexpr (std::is_same_v<Interface, Replacement>) real_->commit();
+    }
+
+   private:
+    const FailingFiles& files_;
+    std::unique_ptr<Interface> real_;
+  };
+
+  Step step_;
+  bool in_place_;
+};
+
+TEST(clsApi, FailureAtAnyStepLeavesTheEarlierFileWhole) {
+  using enum FailingFiles::Step;
+  for (const auto step : {replace_step, write_step, flush_step, commit_step}) {
+    const TemporaryFolder folder;
+    const String name = folder.write("text.txt", "earlier");
+    const FailingFiles files(step, false);
+    EXPECT_FALSE(api_on(files).apiSaveFile(name, u"a text that is longer than the earlier one"));
+    EXPECT_EQ(folder.read("text.txt"), "earlier") << step;
+    EXPECT_FALSE(api_on(files).apiSaveFile(folder.name_of("new.txt"), u"text"));
+    EXPECT_EQ(files_in(folder), 1u) << step;
+  }
+}
+
+TEST(clsApi, WritesInPlaceWhereNothingCanBePutBeside) {
+  using enum FailingFiles::Step;
+  const TemporaryFolder folder;
+  const String name = folder.write("text.txt", "earlier");
+  const FailingFiles files(nothing, true);
+  for (const StringView text : {u"a text that is longer", u"short", u"longer again, by far", u""}) {
+    EXPECT_TRUE(api_on(files).apiSaveFile(name, text));
+    EXPECT_EQ(api().ApiReadFile(name), String(text) + u"\r\n");
+  }
+  EXPECT_FALSE(api_on(files).apiSaveFile(folder.name_of("new.txt"), u"text"));
+
+  folder.write("text.txt", "earlier");
+  const FailingFiles full(write_step, true);
+  EXPECT_FALSE(api_on(full).apiSaveFile(name, u"a text that is longer, so that the disk is full"));
+  EXPECT_EQ(folder.read("text.txt"), "earlier");
+  EXPECT_FALSE(api_on(FailingFiles(flush_step, true)).apiSaveFile(name, u"text"));
+  EXPECT_FALSE(api_on(FailingFiles(resize_step, true)).apiSaveFile(name, u"text"));
+}
+
+}  // namespace
+}  // namespace tornby

@@ -1,0 +1,47 @@
+// One suite for every XOR kernel: each byte must meet its own key byte, whatever the lengths, the phase and the place.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <vector>
+
+#include "checksums/keyed_xor/kernels.h"
+#include "support/guarded_buffer.h"
+
+namespace tornby::keyed_xor {
+namespace {
+
+TEST(KeyedXorKernel, AgreesAtEveryLengthKeyAndPhaseAndStaysInside) {
+  std::mt19937 random{20260712};
+  const auto random_bytes = [&random](std::size_t size) {
+    std::vector<std::uint8_t> bytes(size);
+    std::generate(bytes.begin(), bytes.end(), [&random] { return static_cast<std::uint8_t>(random()); });
+    return bytes;
+  };
+  constexpr std::size_t longest = 200, longest_key = 70;
+  testing::GuardedBuffer data_room(longest + 64);
+  testing::GuardedBuffer key_room(longest_key);
+  for (const std::size_t key_size : {1, 2, 3, 5, 8, 15, 16, 17, 31, 32, 33, 64, 70}) {
+    const auto key = random_bytes(key_size);
+    const auto key_place = key_room.at_end(key_size);
+    std::copy(key.begin(), key.end(), key_place.begin());
+    for (std::size_t size = 0; size <= longest; ++size) {
+      const auto data = random_bytes(size);
+      const std::size_t phase = random() % key_size;
+      auto expected = data;
+      for (std::size_t i = 0; i < size; ++i) expected[i] ^= key[(phase + i) % key_size];
+      const std::size_t shift = random() % 64;
+      for (const auto place : {data_room.at_end(size), data_room.at_start(size + shift).subspan(shift)})
+        for (const Kernel& kernel : kernels()) {
+          if ((kernel.needs & ~available_features()) != 0) continue;
+          std::copy(data.begin(), data.end(), place.begin());
+          kernel.apply(place.data(), size, key_place.data(), key_size, phase);
+          ASSERT_TRUE(std::equal(expected.begin(), expected.end(), place.begin()))
+              << kernel.name << ", " << size << " bytes, key of " << key_size << " from " << phase;
+        }
+    }
+  }
+}
+
+}  // namespace
+}  // namespace tornby::keyed_xor
