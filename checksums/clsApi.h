@@ -17,8 +17,8 @@ class clsApi {
                   const Pointer& pointer = native_pointer());
 
   /// Makes `text`, followed by CR LF, the whole content of the file, and tells whether that succeeded. A character
-  /// that the code page lacks becomes its substitute there, mostly "?". Meanwhile the mouse pointer is the hourglass, if the calling thread
-  /// has windows.
+  /// that the code page lacks becomes its substitute there, mostly "?". Meanwhile the mouse pointer is the hourglass,
+  /// if a window of the calling thread is the active one.
   ///
   /// The text is written to a new file beside the target, whose name has ".saving~" added, and reaches the disk before
   /// that file takes the target's place. So the target holds either its earlier content whole or the new one whole,

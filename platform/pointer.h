@@ -3,7 +3,7 @@
 
 namespace tornby {
 
-/// The mouse pointer over the windows of the calling thread. Where there are none, nothing happens.
+/// The mouse pointer, while a window of the calling thread is the active one; otherwise nothing happens.
 class Pointer {
  public:
   virtual ~Pointer() = default;

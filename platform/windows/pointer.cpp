@@ -5,16 +5,9 @@
 namespace tornby {
 namespace {
 
-BOOL CALLBACK note_window(HWND, LPARAM found) {
-  *reinterpret_cast<bool*>(found) = true;
-  return FALSE;
-}
-
-/// A thread without windows has no pointer to change, and asking for one would make the system start a desktop for it.
+/// Asking for a pointer makes the system start a desktop; a program without windows shall not need one.
 void show(LPSTR cursor) {
-  bool has_windows = false;
-  ::EnumThreadWindows(::GetCurrentThreadId(), note_window, reinterpret_cast<LPARAM>(&has_windows));
-  if (has_windows) ::SetCursor(::LoadCursorA(nullptr, cursor));
+  if (::GetActiveWindow()) ::SetCursor(::LoadCursorA(nullptr, cursor));
 }
 
 class WindowsPointer final : public Pointer {
