@@ -1,0 +1,64 @@
+#include "settings/document/text.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "base/letter_case.h"
+#include "base/runtime_error.h"
+
+namespace tornby::document {
+namespace {
+
+Position as_position(std::size_t index) {
+  return index == StringView::npos ? 0 : static_cast<Position>(index) + 1;
+}
+
+}  // namespace
+
+Position position_of(StringView text, StringView what, Position from) {
+  return as_position(text.find(what, static_cast<std::size_t>(from - 1)));
+}
+
+Position position_of_tag(StringView text, StringView tag, Position from) {
+  const auto same = [](char16_t in_tag, char16_t in_text) { return in_tag == upper(in_text); };
+  auto at = text.find(u'<', static_cast<std::size_t>(from - 1));
+  while (at != StringView::npos && text.size() - at >= tag.size()) {
+    if (std::equal(tag.begin(), tag.end(), text.begin() + static_cast<Position>(at), same)) return as_position(at);
+    at = text.find(u'<', at + 1);
+  }
+  return 0;
+}
+
+StringView cut(StringView text, Position start, Position count) {
+  if (start < 1 || count < 0) throw RuntimeError(StandardError::invalid_procedure_call);
+  if (start > length(text)) return {};
+  return text.substr(static_cast<std::size_t>(start - 1), static_cast<std::size_t>(count));
+}
+
+StringView cut(StringView text, Position start) {
+  return cut(text, start, length(text));
+}
+
+String replace_all(StringView text, StringView what, StringView replacement) {
+  if (what.empty()) return String(text);
+  String result;
+  std::size_t from = 0;
+  for (std::size_t at; (at = text.find(what, from)) != StringView::npos; from = at + what.size())
+    result.append(text.substr(from, at - from)).append(replacement);
+  return result.append(text.substr(from));
+}
+
+String remove_first(StringView text, StringView what) {
+  String result(text);
+  if (const auto at = text.find(what); at != StringView::npos) result.erase(at, what.size());
+  return result;
+}
+
+Tags make_tags(StringView name) {
+  String opening, closing;
+  opening.append(u"<").append(name).append(u">");
+  closing.append(u"</").append(name).append(u">");
+  return {std::move(opening), std::move(closing)};
+}
+
+}  // namespace tornby::document

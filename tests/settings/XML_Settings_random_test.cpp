@@ -1,0 +1,236 @@
+// Random documents, most of them damaged, and random operations, held to the reference.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <memory>
+#include <random>
+#include <vector>
+
+#include "base/runtime_error.h"
+#include "settings/XML_Settings.h"
+#include "settings/document_reference.h"
+
+namespace tornby {
+namespace {
+
+using testing::DocumentReference;
+
+/// What an operation returned or raised, and the state that it left, as one text.
+class Outcome {
+ public:
+  template <class Operation>
+  explicit Outcome(Operation operation) {
+    try {
+      operation(*this);
+    } catch (const RuntimeError& error) {
+      text_ += u"raised " + widen(std::to_string(error.number()));
+    }
+  }
+  void add(StringView text) { text_.append(text).append(u"|"); }
+  void add(int number) { add(widen(std::to_string(number))); }
+  template <class Texts>
+  void add_all(const Texts& texts) {
+    for (const String& text : texts) add(text);
+    add(u"end");
+  }
+  bool operator==(const Outcome&) const = default;
+  friend void PrintTo(const Outcome& outcome, std::ostream* out) {
+    for (const char16_t unit : outcome.text_) {
+      if (unit == u'\r' || unit == u'\n')
+        *out << (unit == u'\r' ? "\\r" : "\\n");
+      else
+        *out << (unit < 0x80 ? static_cast<char>(unit) : '~');
+    }
+  }
+
+ private:
+  String text_;
+};
+
+class Dice {
+ public:
+  explicit Dice(unsigned seed) : engine_(seed) {}
+  unsigned below(unsigned count) { return static_cast<unsigned>(engine_() % count); }
+  bool one_in(unsigned count) { return below(count) == 0; }
+
+  /// A name or a value: few and short, so that they meet.
+  String word() {
+    static const String words[] = {u"",     u"A",           u"a", u"B",  u"AB", u"ab",     u"OPT",    u"Opt",
+                                   u"FILE", u"RECENTFILES", u"1", u"-1", u" ",  u"\u00E9", u"\u00DF", u"/A",
+                                   u"</A>", u"A></A",       u"<", u">",  u"I",  u"FI",     u"WIDTH",  u"TH"};
+    return words[below(std::size(words))];
+  }
+  String tag() {
+    static const StringView shapes[] = {u"<", u"</", u"<", u"</", u"<<", u"< "};
+    String tag(shapes[below(std::size(shapes))]);
+    tag += word();
+    if (!one_in(12)) tag += u'>';
+    return tag;
+  }
+  String text(unsigned most) {
+    String text;
+    for (unsigned piece = below(most + 1); piece > 0; --piece) {
+      switch (below(7)) {
+        case 0:
+        case 1:
+          text += tag();
+          break;
+        case 2:
+          text += word();
+          break;
+        case 3:
+          text += one_in(6) ? u"\n" : u"\r\n";
+          break;
+        case 4: {
+          const String name = word();
+          text += u"<" + name + u">" + this->text(most / 3) + u"</" + name + u">";
+          break;
+        }
+        case 5: {
+          const String name = word();
+          text += u"<" + name + u">\r\n" + this->text(most / 2) + u"\r\n</" + name + u">\r\n";
+          break;
+        }
+        case 6:
+          if (one_in(8)) text += u"<RECENTFILES>\r\n<FILE>x</FILE>\r\n</RECENTFILES>";
+          break;
+      }
+    }
+    return text;
+  }
+
+ private:
+  std::mt19937 engine_;
+};
+
+/// A handler that now and then sets its figure to another.
+auto meddler(unsigned seed, std::vector<int>& seen) {
+  return [dice = std::make_shared<Dice>(seed), &seen, left = std::make_shared<int>(5)](int& figure) {
+    seen.push_back(figure);
+    if (*left > 0 && dice->one_in(10)) {
+      --*left;
+      figure += static_cast<int>(dice->below(12)) - 4;
+    }
+  };
+}
+
+void compare(unsigned seed) {
+  Dice dice(seed);
+  XML_Settings actual;
+  DocumentReference expected;
+  std::vector<int> actual_seen, expected_seen;
+  if (dice.one_in(3)) {
+    actual.ProgressMax = meddler(seed + 1, actual_seen);
+    expected.progress_max = meddler(seed + 1, expected_seen);
+    actual.ProgressCurrent = meddler(seed + 1, actual_seen);
+    expected.progress_current = meddler(seed + 1, expected_seen);
+  }
+  expected.contents = dice.text(12);
+  actual.SetContents(expected.contents);
+
+  for (unsigned step = 1 + dice.below(8); step > 0; --step) {
+    const String a = dice.word(), b = dice.word(), c = dice.one_in(4) ? dice.text(4) : dice.word();
+    const bool flag = dice.one_in(2);
+    const unsigned operation = dice.below(15);
+    const Outcome actually([&](Outcome& out) {
+      switch (operation) {
+        case 0:
+          return actual.InsertGroup(a, c);
+        case 1:
+          return out.add(XML_Settings::RemoveEmptyLines(c));
+        case 2:
+          if (const auto items = actual.ExtractBlock(a)) out.add_all(*items);
+          return out.add(actual.MaxElements());
+        case 3:
+          return out.add_all(actual.ExtractBlock2(a, flag));
+        case 4:
+          return out.add(actual.GetSetting(a, b, c));
+        case 5:
+          return actual.UpdateRecent(a);
+        case 6:
+          return out.add_all(actual.ExtractRecent());
+        case 7:
+        case 8:
+          return actual.SaveSetting(a, b, c);
+        case 9: {
+          String block = c;
+          out.add(XML_Settings::AddNewValue(a, b, u"7", block));
+          return out.add(block);
+        }
+        case 10:
+          for (const auto& pair : actual.SplitBlock(flag ? c : actual.GetContents())) {
+            out.add(pair->Key());
+            out.add(pair->Value());
+          }
+          return;
+        case 11:
+          return out.add_all(XML_Settings::SuperSplit(a, flag ? c : actual.GetContents()));
+        case 12:
+          out.add(actual.GetBlock(a, flag));
+          return out.add(actual.GetStructure(a, flag));
+        case 13:
+          return out.add_all(actual.FindNodes());
+        case 14:
+          return out.add(actual.GetNodeValue(flag ? u"<" + a + u">" : c));
+      }
+    });
+    const Outcome expectedly([&](Outcome& out) {
+      switch (operation) {
+        case 0:
+          return expected.insert_group(a, c);
+        case 1:
+          return out.add(DocumentReference::remove_empty_lines(c));
+        case 2:
+          if (const auto items = expected.extract_block(a)) out.add_all(*items);
+          return out.add(expected.max_elements);
+        case 3:
+          return out.add_all(expected.extract_block2(a, flag));
+        case 4:
+          return out.add(expected.get_setting(a, b, c));
+        case 5:
+          return expected.update_recent(a);
+        case 6:
+          return out.add_all(expected.extract_recent());
+        case 7:
+        case 8:
+          return expected.save_setting(a, b, c);
+        case 9: {
+          String block = c;
+          out.add(DocumentReference::add_new_value(a, b, u"7", block));
+          return out.add(block);
+        }
+        case 10:
+          for (const auto& [key, value] : expected.split_block(flag ? c : expected.contents)) {
+            out.add(key);
+            out.add(value);
+          }
+          return;
+        case 11:
+          return out.add_all(DocumentReference::super_split(a, flag ? c : expected.contents));
+        case 12:
+          out.add(expected.get_block(a, flag));
+          return out.add(expected.get_structure(a, flag));
+        case 13:
+          return out.add_all(expected.find_nodes());
+        case 14:
+          return out.add(expected.get_node_value(flag ? u"<" + a + u">" : c));
+      }
+    });
+    ASSERT_EQ(actually, expectedly) << "operation " << operation;
+    ASSERT_EQ(actual.GetContents(), expected.contents) << "operation " << operation;
+    ASSERT_EQ(actual_seen, expected_seen) << "operation " << operation;
+  }
+}
+
+TEST(XML_SettingsRandom, AgreesWithTheReference) {
+  const char* chosen = std::getenv("TORNBY_SEED");
+  const unsigned first = chosen ? static_cast<unsigned>(std::atol(chosen)) : 1;
+  const unsigned last = chosen ? first : 20000;
+  for (unsigned seed = first; seed <= last; ++seed) {
+    compare(seed);
+    if (HasFatalFailure()) FAIL() << "TORNBY_SEED=" << seed;
+  }
+}
+
+}  // namespace
+}  // namespace tornby

@@ -1,0 +1,270 @@
+#include "settings/XML_Settings.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <bit>
+
+#include "support/errors.h"
+#include "support/temporary_folder.h"
+
+namespace tornby {
+namespace {
+
+using ::testing::ElementsAre;
+using testing::raised_number;
+
+std::vector<String> texts(const StringCollection& items) {
+  std::vector<String> result;
+  for (const String& item : items) result.push_back(item);
+  return result;
+}
+
+XML_Settings document(StringView text) {
+  XML_Settings settings;
+  settings.SetContents(text);
+  return settings;
+}
+
+TEST(XML_Settings, WritesGroupsAndKeys) {
+  const testing::TemporaryFolder folder;
+  XML_Settings settings;
+  settings.FileName(folder.name_of("a.txt"));
+  EXPECT_EQ(settings.GetContents(), u"");
+  settings.SaveSetting(u"OPTIONS", u"WIDTH", u"640");
+  settings.Save();
+  EXPECT_EQ(folder.read("a.txt"), "<OPTIONS>\r\n<WIDTH>640</WIDTH>\r\n</OPTIONS>\r\n");
+  EXPECT_EQ(settings.GetContents(), u"\r\n<OPTIONS>\r\n<WIDTH>640</WIDTH>\r\n</OPTIONS>\r\n");  // with its empty lines
+
+  settings.InsertGroup(u"Last", u"x");
+  settings.SaveSetting(u"OPTIONS", u"height", u"480");
+  settings.SaveSetting(u"OPTIONS", u"WIDTH", u"800");
+  settings.Save();
+  EXPECT_EQ(folder.read("a.txt"),
+            "<LAST>\r\nx\r\n</LAST>\r\n<OPTIONS>\r\n<WIDTH>800</WIDTH>\r\n<HEIGHT>480</HEIGHT>\r\n</OPTIONS>\r\n");
+}
+
+TEST(XML_Settings, FindsGroupsInAnyCaseAndKeysInUpperCase) {
+  const XML_Settings settings = document(u"<options>\r\n<WIDTH>640</WIDTH><height>480</height>\r\n</Options>");
+  EXPECT_EQ(settings.GetSetting(u"Options", u"width", u"-"), u"640");
+  EXPECT_EQ(settings.GetSetting(u"Options", u"height", u"-"), u"-");
+  EXPECT_EQ(settings.GetSetting(u"Option", u"WIDTH", u"-"), u"-");
+}
+
+TEST(XML_Settings, LosesNothingBetweenLoadingAndSaving) {
+  const struct {
+    std::string_view before;
+    std::string_view after;
+  } cases[] = {
+      {"", "\r\n"},
+      {"<A>\r\n1\r\n</A>", "<A>\r\n1\r\n</A>\r\n"},
+      {"<A>\r\n1\r\n</A>\r\n", "<A>\r\n1\r\n</A>\r\n"},
+      {"\r\n\r\n<A>\r\n\r\n</A>\r\n ", "<A>\r\n</A>\r\n \r\n"},
+      {"<A>\n\n1\r\r\n</A>\n", "<A>\n\n1\r\r\n</A>\n\r\n"},
+      {"\xEF\xBB\xBF<A>\xE9\x80\x81\xFF</A>", "\xEF\xBB\xBF<A>\xE9\x80\x81\xFF</A>\r\n"},
+      {std::string_view("<A>\0\x1A</A>", 9), std::string_view("<A>\0\x1A</A>\r\n", 11)},
+  };
+  const testing::TemporaryFolder folder;
+  for (const auto& [before, after] : cases) {
+    XML_Settings settings;
+    settings.FileName(folder.write("a.txt", before));
+    settings.Save();
+    EXPECT_EQ(folder.read("a.txt"), after);
+  }
+  XML_Settings settings;
+  settings.FileName(folder.write("a.txt", "<A>\r\n<K>\xE9</K>\r\n</A>"));
+  settings.SaveSetting(u"B", u"K", u"\u20AC\u0416");
+  settings.Save();
+  EXPECT_EQ(folder.read("a.txt"), "<A>\r\n<K>\xE9</K>\r\n</A>\r\n<B>\r\n<K>\x80?</K>\r\n</B>\r\n");
+}
+
+TEST(XML_Settings, KeepsTheListOfRecentFiles) {
+  const testing::TemporaryFolder folder;
+  XML_Settings settings;
+  settings.FileName(folder.name_of("recent.txt"));
+  EXPECT_TRUE(settings.ExtractRecent().empty());
+  settings.InsertGroup(u"RECENTFILES", u"");
+  EXPECT_THAT(settings.ExtractRecent(), ElementsAre(u""));
+  for (const StringView path : {u"C:\\a.txt", u"C:\\b.txt", u"c:\\A.TXT", u"C:\\a.txt"}) settings.UpdateRecent(path);
+  EXPECT_THAT(settings.ExtractRecent(), ElementsAre(u"C:\\a.txt", u"c:\\A.TXT", u"C:\\b.txt"));
+  EXPECT_EQ(folder.read("recent.txt"),
+            "<RECENTFILES>\r\n<FILE>C:\\a.txt</FILE>\r\n<FILE>c:\\A.TXT</FILE>\r\n<FILE>C:\\b.txt</FILE>\r\n"
+            "</RECENTFILES>\r\n");
+
+  settings.SetContents(u"<RECENTFILES><FILE>old</FILE></RECENTFILES>");
+  settings.UpdateRecent(StringView(settings.GetContents()).substr(19, 3));  // a part of the document itself
+  EXPECT_THAT(settings.ExtractRecent(), ElementsAre(u"old"));
+}
+
+TEST(XML_Settings, SearchesAreOfTheStatedKind) {
+  XML_Settings settings = document(u"<A>\r\nX\r\n</A><b>y</b>");
+  EXPECT_EQ(settings.GetBlock(u"A", false), u"\nX\r");
+  EXPECT_EQ(settings.GetStructure(u"a", false), u"\r\nX\r\n");
+  EXPECT_EQ(settings.GetStructure(u"B", false), u"");
+  EXPECT_EQ(settings.GetStructure(u"B", true), u"Y");  // from an upper-case copy
+  EXPECT_EQ(settings.GetBlock(u"B", true), u"");       // one character has no two ends to lose
+  EXPECT_EQ(settings.GetNodeValue(u"<b>"), u"y");
+  EXPECT_THAT(texts(settings.FindNodes()), ElementsAre(u"<A>", u"<b>"));
+  EXPECT_EQ(*settings.FindNodes().find(u"<B>"), u"<b>");
+
+  settings.SetContents(u" <x>1</x> <x>2</x>");
+  EXPECT_THAT(texts(settings.ExtractBlock2(u"x", false)), ElementsAre(u"1", u"2"));
+  EXPECT_THAT(texts(settings.ExtractBlock2(u"x", true)), ElementsAre(u"<x>1</x>", u"<x>2</x>"));
+  EXPECT_TRUE(settings.ExtractBlock2(u"X", true).empty());
+  settings.SetContents(u"<x>1</x>");
+  EXPECT_EQ(raised_number([&] { settings.ExtractBlock2(u"x", true); }), 5);
+  settings.SetContents(u"<x>1</x><X>1</X>");
+  EXPECT_EQ(raised_number([&] { settings.FindNodes(); }), 457);
+
+  const ValueCollection pairs = settings.SplitBlock(u"\r\n<A>1</A>\r\n<B><A>2</A></B> <A>3</A> ");
+  ASSERT_EQ(pairs.Count(), 2);
+  EXPECT_EQ(pairs.Item(u"a")->Value(), u"1");
+  EXPECT_EQ(pairs.Item(2)->Value(), u"<A>2</A>");
+  EXPECT_EQ(settings.SplitBlock(u"<A>1</A><B>2</B>").Count(), 1);  // too close together
+}
+
+TEST(XML_Settings, WrapsByTheBareName) {
+  XML_Settings settings;
+  settings.InsertGroup(u"Group", u"<GROUP>1</GROUP>");
+  EXPECT_EQ(settings.GetContents(), u"\r\n<GROUP>\r\n<GROUP>1</GROUP>\r\n</GROUP>");
+  settings.SetContents(u"");
+  settings.InsertGroup(u"Group", u"no Group at all");
+  EXPECT_EQ(settings.GetContents(), u"\r\nno Group at all\r\n");
+}
+
+TEST(XML_Settings, ReplacesAValueInItsTagsToo) {
+  XML_Settings settings = document(u"<G>\r\n<WIDTH>I</WIDTH>\r\n<E></E>\r\n</G>");
+  settings.SaveSetting(u"G", u"WIDTH", u"9");
+  settings.SaveSetting(u"G", u"E", u"text");
+  EXPECT_EQ(settings.GetContents(), u"\r\n<G>\r\n<W9DTH>9</W9DTH>\r\n<E></E>\r\n</G>\r\n");
+}
+
+TEST(XML_Settings, AddNewValueChangesTheBlockItIsGiven) {
+  String block = u"<G>\r\n<A>1</A>\r\n</G>";
+  EXPECT_EQ(XML_Settings::AddNewValue(u"g", u"b", u"2", block), u"<G>\r\n<A>1</A>\r\n<B>2</B>\r\n</G>");
+  EXPECT_EQ(block, u"\r\n<A>1</A>\r\n<B>2</B>");
+}
+
+TEST(XML_Settings, EventsReportAndSteerTheScan) {
+  XML_Settings settings = document(u"<ABC> <X>1</X> <Y>2</Y> <Z>3</Z> </ABC>");
+  std::vector<std::int32_t> positions;
+  settings.ProgressMax = [&](std::int32_t& maximum) {
+    EXPECT_EQ(maximum, 39);
+    maximum = 1000;
+  };
+  settings.ProgressCurrent = [&](std::int32_t& position) {
+    positions.push_back(position);
+    if (position == 16) position = 17;  // past the "<" of Y
+    if (position == 34) position = 100;
+    settings.SetContents(u"");  // the scan goes on
+  };
+  EXPECT_THAT(texts(*settings.ExtractBlock(u"ABC")), ElementsAre(u"1", u"3"));
+  EXPECT_THAT(positions, ElementsAre(2, 16, 18, 19, 20, 21, 34));
+  EXPECT_EQ(settings.MaxElements(), 1000);
+  EXPECT_EQ(settings.ExtractBlock(u"ABC"), nullptr);
+
+  settings.SetContents(u"<ABC></ABC>");
+  settings.ProgressMax = [](std::int32_t&) { throw RuntimeError(StandardError::overflow); };
+  EXPECT_EQ(raised_number([&] { settings.ExtractBlock(u"ABC"); }), 6);
+}
+
+TEST(XML_Settings, ShortNamesGiveTheWholeContent) {
+  for (const StringView name : {u"", u"A", u"AB"}) {
+    const String tag = String(name) + u">";
+    XML_Settings settings = document(u"<" + tag + u"<X>1</X></" + tag);
+    std::int32_t first = 99;
+    settings.ProgressCurrent = [&](std::int32_t& position) { first = std::min(first, position); };
+    EXPECT_THAT(texts(*settings.ExtractBlock(name)), ElementsAre(u"<X>1</X>"));
+    EXPECT_EQ(first, static_cast<std::int32_t>(name.size()) - 1);
+  }
+}
+
+TEST(XML_Settings, GroupsThatAreNeverClosed) {
+  XML_Settings settings = document(u"<GROUP>\r\n<KEY>1</KEY>");
+  EXPECT_EQ(settings.GetSetting(u"GROUP", u"KEY", u"-"), u"-");
+  const String text = u"<FIRST>text</FIRST>\r\n<GROUP>\r\n<KEY>1</KEY>";
+  settings.SetContents(text);
+  EXPECT_EQ(raised_number([&] { settings.GetSetting(u"GROUP", u"KEY", u"-"); }), 5);
+  EXPECT_EQ(raised_number([&] { settings.SaveSetting(u"GROUP", u"KEY", u"2"); }), 5);
+  EXPECT_EQ(raised_number([&] { settings.ExtractBlock(u"GROUP"); }), 5);
+  EXPECT_EQ(settings.GetContents(), text);
+  EXPECT_EQ(settings.GetStructure(u"GROUP", true), u"");
+  EXPECT_THAT(texts(XML_Settings::SuperSplit(u"A", u"<A>1</A><A>2")), ElementsAre(u"<A>1</A>"));
+}
+
+String repeated(StringView piece, std::size_t count) {
+  String text;
+  for (std::size_t i = 0; i < count; ++i) text += piece;
+  return text;
+}
+
+String numbered(StringView before, StringView after, unsigned count) {
+  String text;
+  for (unsigned i = 0; i < count; ++i) text.append(before).append(widen(std::to_string(i))).append(after);
+  return text;
+}
+
+// A step that searched the rest of the text each time would take hours here, not moments.
+TEST(XML_Settings, HugeDamagedDocumentsTakeNoLonger) {
+  constexpr unsigned many = 100000;
+  const String a_line(2 * many, u'a');
+  const String documents[] = {
+      repeated(u"<A>", many),
+      repeated(u"</A>", many),
+      repeated(u"<a>", many) + u"<A></A>",
+      numbered(u"<T", u">", many),
+      numbered(u"<t", u">", many) + numbered(u"</T", u">", many) + numbered(u"<T", u">", many),
+      repeated(u"<", many) + u">",
+      repeated(u"<a", many) + u">" + repeated(u"</a", many) + u">",
+      repeated(u"<>", many),
+      repeated(u">", many) + repeated(u"<", many),
+      a_line,
+      a_line + u"<" + a_line + u">" + a_line + u"</" + a_line,
+      repeated(u"\r\n", many),
+  };
+  for (const String& text : documents) {
+    XML_Settings settings = document(u"<GROUP>" + text + u"</GROUP>");
+    EXPECT_NE(settings.ExtractBlock(u"GROUP"), nullptr);
+    settings.SplitBlock(text);
+    settings.SaveSetting(u"GROUP", u"KEY", u"1");
+    EXPECT_EQ(settings.GetSetting(u"GROUP", u"KEY", u""), u"1");
+    XML_Settings::SuperSplit(u"A", text);
+    settings.SetContents(text);
+    settings.ExtractBlock2(u"A", false);
+    raised_number([&] { settings.FindNodes(); });
+    settings.GetNodeValue(u"<A>");
+    XML_Settings::RemoveEmptyLines(text);
+  }
+  const String plain = [] {
+    String text;
+    for (unsigned i = 0; i < many; ++i) {
+      const String name = u"T" + widen(std::to_string(i)) + u">";
+      text.append(u"<").append(name).append(u"x</").append(name).append(u" ");
+    }
+    return text;
+  }();
+  EXPECT_EQ(XML_Settings().SplitBlock(plain).Count(), static_cast<std::int32_t>(many));
+  EXPECT_EQ(document(plain).FindNodes().size(), many);
+}
+
+// Two texts of this kind, each the other with its letters exchanged, have the same polynomial hash modulo 2^64.
+String thue_morse(char16_t zero, char16_t one) {
+  String text;
+  for (unsigned i = 0; i < 2048; ++i) text += std::popcount(i) % 2 == 0 ? zero : one;
+  return text;
+}
+
+TEST(XML_Settings, TagsWithEqualHashesAreToldApart) {
+  const String a = thue_morse(u'A', u'B'), b = thue_morse(u'B', u'A');
+  const String text = u"<" + a + u"></" + b + u"><" + b + u">1</" + b + u"></" + a + u">";
+  const ValueCollection pairs = XML_Settings().SplitBlock(text);
+  ASSERT_EQ(pairs.Count(), 1);
+  EXPECT_EQ(pairs.Item(a)->Value(), u"</" + b + u"><" + b + u">1</" + b + u">");
+  EXPECT_THAT(texts(document(text).FindNodes()), ElementsAre(u"<" + a + u">"));
+  EXPECT_EQ(XML_Settings().SplitBlock(u"<" + a + u"></" + b + u">").Count(), 0);
+  EXPECT_TRUE(document(u"<" + a + u"></" + b + u">").FindNodes().empty());
+}
+
+}  // namespace
+}  // namespace tornby
