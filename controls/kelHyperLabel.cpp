@@ -76,8 +76,8 @@ kelHyperLabel::kelHyperLabel(ControlHost& host) : Control(host), label_(host.add
 
 void kelHyperLabel::UseDynamicHeight(bool value) {
   use_dynamic_height_ = value;
-  label_->auto_size(value);
   label_->word_wrap(value);
+  label_->auto_size(value);
   resize();
   changed(use_dynamic_height);
 }
@@ -174,15 +174,20 @@ void kelHyperLabel::WriteProperties(PropertyBag& bag) const {
 
 void kelHyperLabel::resize() {
   if (!picture_) {
-    surface().height(label_->height() * surface().twips_per_pixel_y());
+    follow_caption_height();
     label_->left(0);
     label_->top(0);
     label_->width(surface().scale_width());
+    if (use_dynamic_height_) follow_caption_height();  // another width may wrap into another height
   } else {
     place_picture();
   }
   image_->visible(picture_ != nullptr);
   label_->visible(picture_ == nullptr);
+}
+
+void kelHyperLabel::follow_caption_height() {
+  surface().height(label_->height() * surface().twips_per_pixel_y());
 }
 
 void kelHyperLabel::place_picture() {

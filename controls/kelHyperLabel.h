@@ -80,6 +80,7 @@ class kelHyperLabel final : public Control {
 
   void changed(Index property);
   void make_caption_one_line_high();
+  void follow_caption_height();
   void place_picture();
   bool hovering() const;
   bool inside_picture(Pointer at) const;

@@ -1,0 +1,191 @@
+#include "controls/kelLabel.h"
+
+#include <gtest/gtest.h>
+
+#include "controls/recording_host.h"
+
+namespace tornby {
+namespace {
+
+using testing::Log;
+using testing::MemoryBag;
+using testing::RecordingElement;
+using testing::RecordingHost;
+
+const Log all_in_order = {"BackColor", "Caption",           "Font",      "ForeColor",
+                          "Enabled",   "OverrideAutoAlign", "Alignment", "DisplayRubberBand",
+                          "AutoSize",  "VerticalAlignment", "WordWrap",  "UseBorderLines"};
+
+struct LabelOnHost {
+  RecordingHost host;
+  kelLabel control{host};
+
+  LabelOnHost() {
+    control.InitProperties();
+    control.InfoClick = [this] { host.note("InfoClick"); };
+    control.MouseUp = [this](std::int16_t& button) { host.note("MouseUp " + std::to_string(button)); };
+  }
+};
+
+TEST(kelLabel, WritesTellTheHostAndLayOutWhereTheyShould) {
+  const Log frame = {"clear", "frame 0,0,100,40"};
+  const Log none;
+  struct Case {
+    const char* name;
+    void (*write)(kelLabel&);
+    Log after;
+  };
+  const Case cases[] = {
+      {"BackColor", [](kelLabel& c) { c.BackColor(7); }, frame},
+      {"Caption", [](kelLabel& c) { c.Caption(u"x"); }, frame},
+      {"Font", [](kelLabel& c) { c.Font({.size = 20}); }, none},
+      {"ForeColor", [](kelLabel& c) { c.ForeColor(7); }, none},
+      {"Enabled", [](kelLabel& c) { c.Enabled(false); }, frame},
+      {"OverrideAutoAlign", [](kelLabel& c) { c.OverrideAutoAlign(true); }, none},
+      {"Alignment", [](kelLabel& c) { c.Alignment(2); }, none},
+      {"DisplayRubberBand", [](kelLabel& c) { c.DisplayRubberBand(false); }, {"clear"}},
+      {"AutoSize", [](kelLabel& c) { c.AutoSize(false); }, frame},
+      {"VerticalAlignment", [](kelLabel& c) { c.VerticalAlignment(2); }, frame},
+      {"WordWrap", [](kelLabel& c) { c.WordWrap(true); }, none},
+      {"UseBorderLines", [](kelLabel& c) { c.UseBorderLines(true); }, {"border 1"}},
+  };
+  for (const Case& c : cases) {
+    LabelOnHost label;
+    c.write(label.control);
+    Log expected = {"changed " + std::string(c.name)};
+    expected.insert(expected.end(), c.after.begin(), c.after.end());
+    EXPECT_EQ(label.host.log, expected) << c.name;
+    // Every written value comes back, here and from a bag.
+    MemoryBag bag;
+    label.control.WriteProperties(bag);
+    EXPECT_TRUE(bag.values.contains(String(c.name, c.name + std::string(c.name).size()))) << c.name;
+    RecordingHost other_host;
+    kelLabel other(other_host);
+    other.ReadProperties(bag);
+    MemoryBag again;
+    other.WriteProperties(again);
+    EXPECT_TRUE(bag.values == again.values) << c.name;
+  }
+}
+
+TEST(kelLabel, StoresWhatDiffersFromTheDefaults) {
+  for (const bool rubber_band : {true, false}) {
+    LabelOnHost label;
+    label.control.DisplayRubberBand(rubber_band);
+    MemoryBag bag;
+    label.control.WriteProperties(bag);
+    EXPECT_EQ(bag.written, Log{"DisplayRubberBand"});
+    label.control.DisplayRubberBand(!rubber_band);
+    label.control.ReadProperties(bag);
+    EXPECT_EQ(label.control.DisplayRubberBand(), rubber_band);
+    EXPECT_EQ(bag.read_order, all_in_order);
+  }
+  LabelOnHost label;
+  label.control.DisplayRubberBand(false);
+  label.control.ReadProperties(MemoryBag());
+  EXPECT_TRUE(label.control.DisplayRubberBand());
+}
+
+TEST(kelLabel, StoresEverythingInOrder) {
+  LabelOnHost label;
+  MemoryBag bag;
+  bag.values = {{u"BackColor", Color{1}},        {u"Caption", String(u"c")},    {u"Font", Font{.name = u"F"}},
+                {u"ForeColor", Color{2}},        {u"Enabled", false},           {u"OverrideAutoAlign", true},
+                {u"Alignment", std::int16_t{2}}, {u"DisplayRubberBand", false}, {u"AutoSize", false},
+                {u"VerticalAlignment", 2},       {u"WordWrap", true},           {u"UseBorderLines", true}};
+  label.control.ReadProperties(bag);
+  EXPECT_EQ(label.host.take(), Log{"border 1"});
+  MemoryBag copy;
+  label.control.WriteProperties(copy);
+  EXPECT_EQ(copy.written, all_in_order);
+  EXPECT_TRUE(copy.values == bag.values);
+}
+
+TEST(kelLabel, FitsItselfToItsText) {
+  LabelOnHost label;
+  RecordingElement inside;
+  label.host.contained = {&inside};
+  label.control.Caption(u"ten chars.");
+  EXPECT_EQ(label.host.surface().width(), 60 * 15);
+  EXPECT_EQ(label.host.surface().height(), 13 * 12);
+  EXPECT_EQ(label.host.label->left(), 0);
+  EXPECT_EQ(label.host.label->top(), 0);
+  EXPECT_EQ(inside.place, (Rectangle{0, 0, 60 * 15, 13 * 12}));
+}
+
+TEST(kelLabel, FitsTheTextToItself) {
+  struct Case {
+    std::int32_t vertical;
+    bool wrap;
+    double top, height;
+  };
+  // 30 characters of 6 pixels take two lines of 94 pixels.
+  const Case cases[] = {{0, false, 1, 40},  {0, true, 1, 40},  {1, false, 13.5, 13}, {1, true, 7, 26},
+                        {2, false, 27, 13}, {2, true, 14, 26}, {3, false, 33, 13}};
+  for (const Case& c : cases) {
+    LabelOnHost label;
+    label.control.Font({.size = 11});
+    label.control.AutoSize(false);
+    label.control.WordWrap(c.wrap);
+    label.host.label->caption(std::u16string(30, u'x'));
+    label.host.surface().width(1500);
+    label.host.surface().height(480);
+    label.host.label->top(33);
+    label.control.VerticalAlignment(c.vertical);
+    const std::string which = std::to_string(c.vertical) + (c.wrap ? " wrapped" : "");
+    EXPECT_EQ(label.host.label->top(), c.top) << which;
+    EXPECT_EQ(label.host.label->height(), c.height) << which;
+    EXPECT_EQ(label.host.label->width(), 94) << which;
+    EXPECT_EQ(label.host.label->left(), 2) << which;
+    EXPECT_FALSE(label.control.AutoSize()) << which;
+    EXPECT_EQ(label.host.surface().font(), Font{.size = 11}) << which;
+  }
+}
+
+TEST(kelLabel, BorderLinesTakeThePlaceOfTheFrame) {
+  LabelOnHost label;
+  label.control.UseBorderLines(true);
+  label.host.take();
+  label.control.Refresh();
+  label.control.DisplayRubberBand(true);
+  label.control.BackColor(1);
+  EXPECT_EQ(label.host.take(), (Log{"changed DisplayRubberBand", "changed BackColor"}));
+  label.control.UseBorderLines(false);
+  EXPECT_EQ(label.host.take(), (Log{"changed UseBorderLines", "border 0"}));
+}
+
+TEST(kelLabel, StretchesContainedElementsUnlessToldNotTo) {
+  LabelOnHost label;
+  RecordingElement inside;
+  label.host.contained = {&inside};
+  label.control.OverrideAutoAlign(true);
+  label.control.AutoSize(false);
+  EXPECT_EQ(inside.place, (Rectangle{-1, -1, -1, -1}));
+  label.control.OverrideAutoAlign(false);
+  EXPECT_EQ(inside.place, (Rectangle{-1, -1, -1, -1}));
+  label.control.Refresh();
+  EXPECT_EQ(inside.place, (Rectangle{0, 0, 1500, 480}));
+}
+
+TEST(kelLabel, LayoutPassesEnabledOnToTheText) {
+  LabelOnHost label;
+  label.control.Enabled(false);
+  EXPECT_FALSE(label.host.label->enabled());
+}
+
+TEST(kelLabel, RaisesTheSameEventsOnTheTextAndBesideIt) {
+  for (const Part part : {Part::surface, Part::label}) {
+    LabelOnHost label;
+    label.control.mouse_down(part, mouse_button::left, {});
+    EXPECT_EQ(label.host.take(), Log());
+    label.control.mouse_up(part, mouse_button::left, {});
+    EXPECT_EQ(label.host.take(), Log{"MouseUp 1"});
+    label.control.mouse_down(part, mouse_button::right, {});
+    EXPECT_EQ(label.host.take(), Log{"InfoClick"});
+    label.control.mouse_up(part, mouse_button::right, {});
+    EXPECT_EQ(label.host.take(), Log{"MouseUp 2"});
+  }
+}
+
+}  // namespace
+}  // namespace tornby
