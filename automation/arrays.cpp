@@ -5,6 +5,7 @@
 
 #include "automation/convert.h"
 #include "automation/error_edge.h"
+#include "base/runtime_error.h"
 
 namespace tornby::automation {
 namespace {
@@ -84,6 +85,22 @@ HRESULT convert_array(SAFEARRAY* source, VARTYPE element, VARIANT* converted) {
   } catch (const std::bad_alloc&) {
     return E_OUTOFMEMORY;
   }
+}
+
+LockedBytes::LockedBytes(SAFEARRAY** array) {
+  if (!array) throw ComError(E_POINTER);
+  if (!*array) return;
+  VARTYPE type = VT_EMPTY;
+  if (::SafeArrayGetDim(*array) != 1 || FAILED(::SafeArrayGetVartype(*array, &type)) || type != VT_UI1)
+    throw RuntimeError(StandardError::type_mismatch);
+  void* data = nullptr;
+  check(::SafeArrayAccessData(*array, &data));
+  array_ = *array;
+  bytes_ = {static_cast<const std::uint8_t*>(data), array_->rgsabound[0].cElements};
+}
+
+LockedBytes::~LockedBytes() {
+  if (array_) ::SafeArrayUnaccessData(array_);
 }
 
 SAFEARRAY* to_byte_array(ByteView bytes) {

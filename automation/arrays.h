@@ -12,6 +12,22 @@ namespace tornby::automation {
 /// Arrays of variants and of strings are accepted, of one dimension; others give DISP_E_TYPEMISMATCH.
 HRESULT convert_array(SAFEARRAY* source, VARTYPE element, VARIANT* converted);
 
+/// The bytes of a caller's array, whatever its lower bound, for as long as this lives. A null array is empty.
+/// Raises 13 (type mismatch) for one that is not an array of bytes with one dimension.
+class LockedBytes {
+ public:
+  explicit LockedBytes(SAFEARRAY** array);
+  ~LockedBytes();
+  LockedBytes(const LockedBytes&) = delete;
+  LockedBytes& operator=(const LockedBytes&) = delete;
+
+  ByteView view() const { return bytes_; }
+
+ private:
+  SAFEARRAY* array_ = nullptr;
+  ByteView bytes_;
+};
+
 /// New arrays with lower bound 0, which the caller destroys.
 SAFEARRAY* to_byte_array(ByteView bytes);
 SAFEARRAY* to_string_array(std::span<const String> strings);

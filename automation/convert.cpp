@@ -14,6 +14,11 @@ BSTR to_bstr(StringView text) {
   return copy;
 }
 
+void assign(BSTR* variable, StringView text) {
+  const BSTR copy = to_bstr(text);
+  ::SysFreeString(std::exchange(*variable, copy));
+}
+
 VARIANT to_variant(const Variant& value) {
   VARIANT out;
   ::VariantInit(&out);

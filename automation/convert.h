@@ -1,6 +1,7 @@
 // Values between COM and the classes.
 #pragma once
 
+#include "automation/arrays.h"
 #include "automation/com.h"
 #include "base/text.h"
 #include "base/variant.h"
@@ -16,6 +17,9 @@ inline StringView view(BSTR text) {
 
 /// A new BSTR, which the caller frees.
 BSTR to_bstr(StringView text);
+
+/// Replaces the text of a caller's variable.
+void assign(BSTR* variable, StringView text);
 
 /// The automation boolean: -1 or 0.
 inline VARIANT_BOOL to_boolean(bool value) {
@@ -44,6 +48,9 @@ inline void put(SHORT* out, bool value) {
 }
 inline void put(BSTR* out, StringView value) {
   *out = to_bstr(value);
+}
+inline void put(SAFEARRAY** out, ByteView value) {
+  *out = to_byte_array(value);
 }
 inline void put(VARIANT* out, const Variant& value) {
   *out = to_variant(value);

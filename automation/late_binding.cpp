@@ -123,8 +123,14 @@ class Arguments {
       variable = copies_.emplace_back().get();
       if (const HRESULT result = ::VariantCopyInd(variable, &argument); FAILED(result)) return result;
     }
-    if (variable->vt != wanted)
+    if ((wanted & VT_ARRAY) != 0 && variable->vt != wanted) {
+      argument = *variable;
+      if (const HRESULT result = pass_array(argument, wanted); FAILED(result)) return result;
+      if (argument.vt != wanted || is_script_variable(*variable)) return DISP_E_TYPEMISMATCH;
+      variable = copies_.back().get();  // an array of another type: the member's change to it is lost
+    } else if (variable->vt != wanted) {
       if (const HRESULT result = ::VariantChangeType(variable, variable, 0, wanted); FAILED(result)) return result;
+    }
     argument = reference_to(*variable);
     return S_OK;
   }
@@ -179,6 +185,18 @@ ComPtr<ITypeInfo2> LateBinding::load() {
   return info_;
 }
 
+ComPtr<ITypeInfo2> LateBinding::load_members() {
+  if (!members_) {
+    constexpr UINT own_interface = static_cast<UINT>(-1);
+    HREFTYPE reference = 0;
+    ComPtr<ITypeInfo> info;
+    check(load()->GetRefTypeOfImplType(own_interface, &reference));
+    check(load()->GetRefTypeInfo(reference, info.out()));
+    check(info->QueryInterface(IID_ITypeInfo2, members_.out_void()));
+  }
+  return members_;
+}
+
 ComPtr<ITypeInfo> LateBinding::type_info() {
   return ComPtr<ITypeInfo>(load().get());
 }
@@ -193,8 +211,9 @@ HRESULT LateBinding::invoke(IDispatch* target, DISPID id, WORD flags, DISPPARAMS
   const ComPtr<ITypeInfo2> info = load();
   if (id == DISPID_NEWENUM) flags |= DISPATCH_PROPERTYGET;  // some engines ask for it as a method only
 
-  const Member wanted(info.get(), id, flags);
-  const Member other(info.get(), id,
+  const ComPtr<ITypeInfo2> members = load_members();
+  const Member wanted(members.get(), id, flags);
+  const Member other(members.get(), id,
                      !wanted && (flags & puts) != 0 ? puts : 0);  // Let where only Set is, or the reverse
   if (!wanted && !other) return DISP_E_MEMBERNOTFOUND;
   const FUNCDESC& member = wanted ? *wanted : *other;

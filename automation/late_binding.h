@@ -27,9 +27,11 @@ class LateBinding {
 
  private:
   ComPtr<ITypeInfo2> load();
+  ComPtr<ITypeInfo2> load_members();
 
   const IID& interface_id_;
-  ComPtr<ITypeInfo2> info_;
+  ComPtr<ITypeInfo2> info_;     // as the dispatch interface that is invoked
+  ComPtr<ITypeInfo2> members_;  // as the interface itself: Wine finds another member's description in the former
 };
 
 }  // namespace tornby::automation

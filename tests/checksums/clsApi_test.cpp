@@ -11,6 +11,7 @@
 #include "base/runtime_error.h"
 #include "base/single_byte_code_page.h"
 #include "support/forwarding_files.h"
+#include "support/handles.h"
 #include "support/temporary_folder.h"
 
 namespace tornby {
@@ -211,6 +212,22 @@ TEST(clsApi, WritesInPlaceWhereNothingCanBePutBeside) {
   EXPECT_EQ(folder.read("text.txt"), "earlier");
   EXPECT_FALSE(api_on(FailingFiles(flush_step, true)).apiSaveFile(name, u"text"));
   EXPECT_FALSE(api_on(FailingFiles(resize_step, true)).apiSaveFile(name, u"text"));
+}
+
+TEST(clsApi, LeavesNoHandleOpen) {
+  const TemporaryFolder folder;
+  const String name = folder.name_of("text.txt");
+  const FailingFiles failing(FailingFiles::Step::commit_step, false);
+  const auto round = [&] {
+    api().apiSaveFile(name, u"A");
+    api().ApiReadFile(name);
+    api_on(failing).apiSaveFile(name, u"B");
+    api().apiSaveFile(folder.path().u16string(), u"C");
+  };
+  round();
+  const auto before = testing::next_handle();
+  for (int i = 0; i < 20; ++i) round();
+  EXPECT_EQ(testing::next_handle(), before);
 }
 
 }  // namespace

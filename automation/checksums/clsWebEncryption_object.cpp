@@ -1,0 +1,57 @@
+#include "checksums/clsWebEncryption.h"
+
+#include "automation/dispatch_object.h"
+#include "tornby_idl.h"
+
+namespace tornby::automation {
+namespace {
+
+class WebEncryptionObject final : public DispatchObject<IclsWebEncryption> {
+ public:
+  WebEncryptionObject() : DispatchObject(L"Tornby.clsWebEncryption", CLSID_clsWebEncryption) {}
+
+  STDMETHODIMP Encrypt(BSTR* text, BSTR key, BSTR* result) override {
+    return change(text, result, [&](String& value) { return web_.Encrypt(value, view(key)); });
+  }
+  STDMETHODIMP Decrypt(BSTR* text, BSTR key, BSTR* result) override {
+    return change(text, result, [&](String& value) { return web_.Decrypt(value, view(key)); });
+  }
+  STDMETHODIMP bsDecode(SAFEARRAY** digits, SAFEARRAY** result) override {
+    return answer(result, [&] { return web_.bsDecode(LockedBytes(digits).view()); });
+  }
+  STDMETHODIMP bsDecodeString(BSTR text, BSTR* result) override {
+    return answer(result, [&] { return web_.bsDecodeString(view(text)); });
+  }
+  STDMETHODIMP bsEncodeString(BSTR text, BSTR* result) override {
+    return answer(result, [&] { return web_.bsEncodeString(view(text)); });
+  }
+  STDMETHODIMP bsEncode(SAFEARRAY** bytes, SAFEARRAY** result) override {
+    return answer(result, [&] { return web_.bsEncode(LockedBytes(bytes).view()); });
+  }
+  STDMETHODIMP bsEncode2(SAFEARRAY** bytes, LONG count, SAFEARRAY** result) override {
+    return answer(result, [&] { return web_.bsEncode2(LockedBytes(bytes).view(), count); });
+  }
+
+ private:
+  /// Runs a member that changes its text argument. The caller's variable changes only when the member succeeds.
+  template <class Action>
+  HRESULT change(BSTR* text, BSTR* result, Action action) {
+    return answer(result, [&] {
+      if (!text) throw ComError(E_POINTER);
+      String value(view(*text));
+      const String answered = action(value);
+      assign(text, value);
+      return answered;
+    });
+  }
+
+  clsWebEncryption web_;
+};
+
+}  // namespace
+
+HRESULT create_clsWebEncryption(REFIID iid, void** object) {
+  return create_object<WebEncryptionObject>(iid, object);
+}
+
+}  // namespace tornby::automation
