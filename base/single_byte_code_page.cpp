@@ -16,7 +16,9 @@ std::vector<std::uint8_t> inverse(const SingleByteCodePage::Characters& characte
 
 SingleByteCodePage::SingleByteCodePage(unsigned identifier, const Characters& characters,
                                        std::vector<std::uint8_t> codes)
-    : identifier_(identifier), characters_(characters), codes_(std::move(codes)) {}
+    : identifier_(identifier), characters_(characters), codes_(std::move(codes)) {
+  for (unsigned code = 0; code < 0x80; ++code) ascii_is_itself_ = ascii_is_itself_ && characters_[code] == code;
+}
 
 SingleByteCodePage::SingleByteCodePage(unsigned identifier, const Characters& characters)
     : SingleByteCodePage(identifier, characters, inverse(characters)) {}
@@ -28,7 +30,19 @@ std::size_t SingleByteCodePage::encode(StringView text, std::uint8_t* out) const
 }
 
 std::size_t SingleByteCodePage::decode(ByteView bytes, char16_t* out) const {
-  std::transform(bytes.begin(), bytes.end(), out, [this](std::uint8_t code) { return characters_[code]; });
+  const std::uint8_t* in = bytes.data();
+  std::size_t left = bytes.size();
+  const auto by_table = [this](std::uint8_t code) { return characters_[code]; };
+  constexpr std::size_t stride = 64;  // plain ASCII, which most text is, goes in strides without the table
+  for (; ascii_is_itself_ && left >= stride; in += stride, out += stride, left -= stride) {
+    std::uint8_t any = 0;
+    for (std::size_t i = 0; i < stride; ++i) any |= in[i];
+    if (any < 0x80)
+      std::copy_n(in, stride, out);
+    else
+      std::transform(in, in + stride, out, by_table);
+  }
+  std::transform(in, in + left, out, by_table);
   return bytes.size();
 }
 

@@ -30,6 +30,7 @@ class SingleByteCodePage final : public AnsiCodePage {
   unsigned identifier_;
   Characters characters_;
   std::vector<std::uint8_t> codes_;
+  bool ascii_is_itself_ = true;
 };
 
 /// Windows-1252 (Western European). The five codes that the code page leaves open, 0x81, 0x8D, 0x8F, 0x90 and 0x9D,
