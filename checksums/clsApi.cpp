@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <exception>
 #include <limits>
-#include <vector>
+#include <memory>
 
 namespace tornby {
 namespace {
 
-constexpr std::size_t block_size = 1 << 17;
+constexpr std::size_t block_size = 1 << 16;
 
 class Hourglass {
  public:
@@ -41,14 +41,14 @@ void overwrite(OutputFile& file, ByteView bytes) {
 String read_text(InputFile& file, std::size_t size, const AnsiCodePage& code_page) {
   // Blocks would cut a two-byte character in half.
   const std::size_t most = code_page.bytes_per_unit() == 1 ? std::min(block_size, size) : size;
-  Bytes block(most);
-  std::vector<char16_t> characters(most);
+  const auto block = std::make_unique_for_overwrite<std::uint8_t[]>(most);
+  const auto characters = std::make_unique_for_overwrite<char16_t[]>(most);
   String text;
   text.reserve(size);
   while (size != 0) {
-    const std::size_t got = file.read(std::span(block).first(std::min(most, size)));
+    const std::size_t got = file.read({block.get(), std::min(most, size)});
     if (got == 0) break;
-    text.append(characters.data(), code_page.decode(ByteView(block).first(got), characters.data()));
+    text.append(characters.get(), code_page.decode({block.get(), got}, characters.get()));
     size -= got;
   }
   return text;
