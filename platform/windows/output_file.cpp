@@ -71,7 +71,7 @@ void copy_attributes(const std::string& from, const std::string& to) {
   if (size != 0 && ::GetFileSecurityA(from.c_str(), DACL_SECURITY_INFORMATION, rights.data(), size, &size))
     ::SetFileSecurityA(to.c_str(), DACL_SECURITY_INFORMATION, rights.data());
   const DWORD attributes = ::GetFileAttributesA(from.c_str());
-  if (attributes != INVALID_FILE_ATTRIBUTES) ::SetFileAttributesA(to.c_str(), attributes);
+  if (attributes != INVALID_FILE_ATTRIBUTES) ::SetFileAttributesA(to.c_str(), attributes | FILE_ATTRIBUTE_ARCHIVE);
 }
 
 class WindowsReplacement final : public WindowsOutputFile<Replacement> {
