@@ -5,6 +5,7 @@
 #include <random>
 
 #include "support/errors.h"
+#include "support/scale.h"
 
 namespace tornby {
 namespace {
@@ -47,7 +48,7 @@ class PlainList {
 };
 
 TEST(OrderedCollection, AgreesWithAPlainList) {
-  for (unsigned seed = 1; seed <= 200; ++seed) {
+  for (unsigned seed = 1; seed <= testing::scaled(200); ++seed) {
     SCOPED_TRACE(seed);
     std::mt19937 dice(seed);
     OrderedCollection<int> items;
@@ -84,7 +85,7 @@ TEST(OrderedCollection, AgreesWithAPlainList) {
 }
 
 TEST(OrderedCollection, WalksMeetEachRemainingItemOnce) {
-  for (unsigned seed = 1; seed <= 500; ++seed) {
+  for (unsigned seed = 1; seed <= testing::scaled(500); ++seed) {
     SCOPED_TRACE(seed);
     std::mt19937 dice(seed);
     OrderedCollection<int> items;
@@ -114,7 +115,7 @@ TEST(OrderedCollection, WalksMeetEachRemainingItemOnce) {
 // Each of these would take minutes if it took a step for every item, or for every removed one.
 TEST(OrderedCollection, StaysQuickWhenLargeAndFullOfGaps) {
   OrderedCollection<int> items;
-  constexpr int many = 200000;
+  constexpr int many = testing::scaled(200000);
   for (int i = 0; i < many; ++i) items.add(i, widen(std::to_string(i)));
   for (int i = 0; i < many / 3; ++i) {
     EXPECT_EQ(*items.begin(), 2 * i);

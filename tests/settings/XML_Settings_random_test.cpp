@@ -9,6 +9,7 @@
 #include "base/runtime_error.h"
 #include "settings/XML_Settings.h"
 #include "settings/document_reference.h"
+#include "support/scale.h"
 
 namespace tornby {
 namespace {
@@ -225,7 +226,7 @@ void compare(unsigned seed) {
 TEST(XML_SettingsRandom, AgreesWithTheReference) {
   const char* chosen = std::getenv("TORNBY_SEED");
   const unsigned first = chosen ? static_cast<unsigned>(std::atol(chosen)) : 1;
-  const unsigned last = chosen ? first : 20000;
+  const unsigned last = chosen ? first : testing::scaled(20000);
   for (unsigned seed = first; seed <= last; ++seed) {
     compare(seed);
     if (HasFatalFailure()) FAIL() << "TORNBY_SEED=" << seed;

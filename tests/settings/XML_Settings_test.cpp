@@ -7,6 +7,7 @@
 #include <bit>
 
 #include "support/errors.h"
+#include "support/scale.h"
 #include "support/temporary_folder.h"
 
 namespace tornby {
@@ -207,7 +208,7 @@ String numbered(StringView before, StringView after, unsigned count) {
 
 // A step that searched the rest of the text each time would take hours here, not moments.
 TEST(XML_Settings, HugeDamagedDocumentsTakeNoLonger) {
-  constexpr unsigned many = 100000;
+  constexpr unsigned many = testing::scaled(100000);
   const String a_line(2 * many, u'a');
   const String documents[] = {
       repeated(u"<A>", many),

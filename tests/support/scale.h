@@ -1,0 +1,15 @@
+// How much work a large test does.
+#pragma once
+
+namespace tornby::testing {
+
+/// `count`, but a fiftieth on Windows, whose tests run on a heap that is checked whole at every turn.
+constexpr unsigned scaled(unsigned count) {
+#ifdef _WIN32
+  return count / 50;
+#else
+  return count;
+#endif
+}
+
+}  // namespace tornby::testing
