@@ -55,5 +55,9 @@ inline void put(SAFEARRAY** out, ByteView value) {
 inline void put(VARIANT* out, const Variant& value) {
   *out = to_variant(value);
 }
+template <class Interface, class Object>
+void put(Interface** out, ComPtr<Object> value) {
+  *out = value.detach();
+}
 
 }  // namespace tornby::automation
