@@ -1,6 +1,7 @@
 #include "automation/late_binding.h"
 
 #include <deque>
+#include <utility>
 #include <vector>
 
 #include "automation/arrays.h"
@@ -19,8 +20,11 @@ class Member {
     for (const auto way : {INVOKE_FUNC, INVOKE_PROPERTYGET, INVOKE_PROPERTYPUT, INVOKE_PROPERTYPUTREF}) {
       UINT index = 0;
       if ((ways & way) == 0 || FAILED(info->GetFuncIndexOfMemId(id, way, &index))) continue;
-      check(info->GetFuncDesc(index, &description_));
-      return;
+      // Wine counts the interface's own members here, but the inherited ones too, which come first, when it describes.
+      while (SUCCEEDED(info->GetFuncDesc(index++, &description_))) {
+        if (description_->memid == id && description_->invkind == way) return;
+        info->ReleaseFuncDesc(std::exchange(description_, nullptr));
+      }
     }
   }
   ~Member() {
