@@ -1,0 +1,235 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "server.h"
+
+namespace tornby {
+namespace {
+
+using testing::Bstr;
+using testing::call;
+using testing::ComPtr;
+using testing::long_variant;
+using testing::Outcome;
+using testing::OwnedVariant;
+using testing::Server;
+
+using Texts = std::vector<std::wstring>;
+
+/// What an enumerator gives, a few at a time.
+Texts walk(IUnknown* source, const wchar_t* member_of_items = nullptr) {
+  Texts texts;
+  ComPtr<IEnumVARIANT> items;
+  EXPECT_EQ(source->QueryInterface(IID_IEnumVARIANT, items.out_void()), S_OK);
+  for (;;) {
+    VARIANT some[3] = {};
+    ULONG count = 0;
+    const HRESULT result = items->Next(3, some, &count);
+    EXPECT_EQ(result, count == 3 ? S_OK : S_FALSE);
+    for (ULONG i = 0; i < count; ++i) {
+      OwnedVariant item(some[i]);
+      if (member_of_items) {
+        EXPECT_EQ(item->vt, VT_DISPATCH);
+        Outcome outcome;
+        call(outcome, item->pdispVal, member_of_items, DISPATCH_PROPERTYGET);
+        texts.emplace_back(outcome.value->bstrVal);
+      } else {
+        EXPECT_EQ(item->vt, VT_BSTR);
+        texts.emplace_back(item->bstrVal);
+      }
+    }
+    if (result != S_OK) return texts;
+  }
+}
+
+Texts strings_of(IStringCollection* strings) {
+  ComPtr<IUnknown> enumerator;
+  EXPECT_EQ(strings->get__NewEnum(enumerator.out()), S_OK);
+  return walk(enumerator.get());
+}
+
+TEST(ValueCollectionObject, PairsKeepTheirIdentity) {
+  const Server server;
+  {
+    const auto values = server.create<IValueCollection>(CLSID_ValueCollection);
+    ComPtr<IPropertyClass> added, found, none;
+    ASSERT_EQ(values->Add(Bstr(L"Width"), Bstr(L"1"), added.out()), S_OK);
+    ASSERT_EQ(values->Item(long_variant(1), found.out()), S_OK);
+    EXPECT_EQ(found.get(), added.get());
+    EXPECT_EQ(values->Add(Bstr(L"WIDTH"), Bstr(L"2"), none.out()), S_OK);
+    EXPECT_EQ(none.get(), nullptr);
+    VARIANT nothing = {};
+    nothing.vt = VT_NULL;
+    EXPECT_EQ(values->Item(nothing, none.out()), S_OK);
+    EXPECT_EQ(none.get(), nullptr);
+    found = ComPtr<IPropertyClass>();
+    added = ComPtr<IPropertyClass>();
+    ASSERT_EQ(values->Item(long_variant(1), found.out()), S_OK);  // a new object around the same pair
+    ASSERT_EQ(values->Remove(long_variant(1)), S_OK);
+    Bstr value(L"");
+    ::SysFreeString(std::exchange(*value.address(), nullptr));
+    EXPECT_EQ(found->get_Value(value.address()), S_OK);
+    EXPECT_STREQ(value, L"1");
+  }
+  EXPECT_TRUE(server.is_idle());
+}
+
+TEST(ValueCollectionObject, EnumeratorsResetCloneAndKeepTheCollectionAlive) {
+  const Server server;
+  {
+    ComPtr<IEnumVARIANT> items, clone;
+    {
+      const auto values = server.create<IValueCollection>(CLSID_ValueCollection);
+      ComPtr<IPropertyClass> pair;
+      for (const wchar_t* key : {L"A", L"B", L"C", L"D"})
+        ASSERT_EQ(values->Add(Bstr(key), Bstr(key), pair.out()), S_OK);
+      ComPtr<IUnknown> enumerator;
+      ASSERT_EQ(values->NewEnum(enumerator.out()), S_OK);
+      ASSERT_EQ(enumerator->QueryInterface(IID_IEnumVARIANT, items.out_void()), S_OK);
+      ASSERT_EQ(items->Skip(2), S_OK);
+      ASSERT_EQ(items->Clone(clone.out()), S_OK);
+      OwnedVariant key(testing::string_variant(L"c"));
+      ASSERT_EQ(values->Remove(*key), S_OK);
+    }
+    EXPECT_EQ(walk(clone.get(), L"Key"), Texts({L"D"}));
+    EXPECT_EQ(items->Skip(2), S_FALSE);
+    ASSERT_EQ(items->Reset(), S_OK);
+    EXPECT_EQ(walk(items.get(), L"Key"), Texts({L"A", L"B", L"D"}));
+  }
+  EXPECT_TRUE(server.is_idle());
+}
+
+/// A sink that changes what it is told.
+class Sink final : public IDispatch {
+ public:
+  std::vector<LONG> maxima, positions;
+  bool meddles = false;
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
+    const bool known = iid == IID_IUnknown || iid == IID_IDispatch || iid == DIID_DXML_SettingsEvents;
+    *object = known ? this : nullptr;
+    return known ? S_OK : E_NOINTERFACE;
+  }
+  ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
+  ULONG STDMETHODCALLTYPE Release() override { return 1; }
+  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT*, EXCEPINFO*,
+                                   UINT*) override {
+    EXPECT_EQ(parameters->cArgs, 1u);
+    EXPECT_EQ(parameters->rgvarg[0].vt, VT_BYREF | VT_I4);
+    LONG& figure = *parameters->rgvarg[0].plVal;
+    (id == 1 ? maxima : positions).push_back(figure);
+    if (meddles) figure = 1000;
+    return S_OK;
+  }
+};
+
+TEST(XML_SettingsObject, EventsReachASinkAndItsChangesTakeEffect) {
+  const Server server;
+  {
+    const auto settings = server.create<IXML_Settings>(CLSID_XML_Settings);
+    ASSERT_EQ(settings->SetContents(Bstr(L"<ABC>\r\n<X>1</X>\r\n</ABC>")), S_OK);
+    ComPtr<IConnectionPointContainer> container;
+    ComPtr<IConnectionPoint> point;
+    ASSERT_EQ(settings->QueryInterface(IID_IConnectionPointContainer, container.out_void()), S_OK);
+    ASSERT_EQ(container->FindConnectionPoint(DIID_DXML_SettingsEvents, point.out()), S_OK);
+    Sink sink;
+    DWORD cookie = 0;
+    ASSERT_EQ(point->Advise(&sink, &cookie), S_OK);
+
+    ComPtr<IStringCollection> items;
+    ASSERT_EQ(settings->ExtractBlock(Bstr(L"abc"), items.out()), S_OK);
+    EXPECT_EQ(strings_of(items.get()), Texts({L"1"}));
+    EXPECT_EQ(sink.maxima, std::vector<LONG>({23}));
+    EXPECT_EQ(sink.positions.front(), 2);
+
+    sink.meddles = true;
+    ASSERT_EQ(settings->ExtractBlock(Bstr(L"abc"), items.out()), S_OK);
+    EXPECT_TRUE(strings_of(items.get()).empty());  // sent past the end at once
+    LONG maximum = 0;
+    EXPECT_EQ(settings->get_MaxElements(&maximum), S_OK);
+    EXPECT_EQ(maximum, 1000);
+    ASSERT_EQ(point->Unadvise(cookie), S_OK);
+  }
+  EXPECT_TRUE(server.is_idle());
+}
+
+TEST(XML_SettingsObject, ResultsOfEveryKindArrive) {
+  const Server server;
+  {
+    const auto settings = server.create<IXML_Settings>(CLSID_XML_Settings);
+    ComPtr<IStringCollection> items;
+    ASSERT_EQ(settings->ExtractBlock(Bstr(L"none"), items.out()), S_OK);
+    EXPECT_EQ(items.get(), nullptr);
+
+    SAFEARRAY* files = nullptr;
+    ASSERT_EQ(settings->UpdateRecent(Bstr(L"C:\\a")), S_OK);
+    ASSERT_EQ(settings->UpdateRecent(Bstr(L"C:\\b")), S_OK);
+    ASSERT_EQ(settings->ExtractRecent(&files), S_OK);
+    VARTYPE type = VT_EMPTY;
+    EXPECT_EQ(::SafeArrayGetVartype(files, &type), S_OK);
+    EXPECT_EQ(type, VT_BSTR);
+    ASSERT_EQ(files->rgsabound[0].cElements, 2u);
+    EXPECT_STREQ(static_cast<BSTR*>(files->pvData)[0], L"C:\\b");
+    ::SafeArrayDestroy(files);
+
+    Outcome outcome;
+    call(outcome, settings.get(), L"ExtractRecent", DISPATCH_METHOD);
+    ASSERT_EQ(outcome.value->vt, VT_ARRAY | VT_VARIANT);
+    EXPECT_STREQ(static_cast<VARIANT*>(outcome.value->parray->pvData)[1].bstrVal, L"C:\\a");
+
+    Bstr block(L"<G>x</G>"), whole(L"");
+    ::SysFreeString(std::exchange(*whole.address(), nullptr));
+    ASSERT_EQ(settings->AddNewValue(Bstr(L"g"), Bstr(L"k"), Bstr(L"1"), block.address(), whole.address()), S_OK);
+    EXPECT_STREQ(block, L"x<K>1</K>");
+    EXPECT_STREQ(whole, L"<G>\r\nx<K>1</K>\r\n</G>");
+
+    ASSERT_EQ(settings->SetContents(Bstr(L"<a>1</a> <b>2</b>")), S_OK);
+    ASSERT_EQ(settings->FindNodes(items.out()), S_OK);
+    OwnedVariant key(testing::string_variant(L"<B>"));
+    Bstr item(L"");
+    ::SysFreeString(std::exchange(*item.address(), nullptr));
+    EXPECT_EQ(items->get_Item(*key, item.address()), S_OK);
+    EXPECT_STREQ(item, L"<b>");
+    ::SysFreeString(std::exchange(*item.address(), nullptr));
+    EXPECT_EQ(static_cast<ULONG>(items->get_Item(long_variant(3), item.address())), 0x800A0009ul);
+    EXPECT_EQ(static_cast<ULONG>(items->get_Item(*OwnedVariant(testing::string_variant(L"c")), item.address())),
+              0x800A0005ul);
+    ComPtr<IStringCollection> whole_blocks;
+    EXPECT_EQ(static_cast<ULONG>(settings->ExtractBlock2(Bstr(L"a"), VARIANT_TRUE, whole_blocks.out())), 0x800A0005ul);
+    ::SetErrorInfo(0, nullptr);
+  }
+  EXPECT_TRUE(server.is_idle());
+}
+
+TEST(PathObject, ChangesThePathThatItIsGiven) {
+  const Server server;
+  const auto paths = server.create<IPathClass>(CLSID_PathClass);
+  OwnedVariant folder;
+  ASSERT_EQ(paths->get_WindowsDir(folder.get()), S_OK);
+  ASSERT_EQ(folder->vt, VT_BSTR);
+  const std::wstring file = std::wstring(folder->bstrVal) + L"\\a.txt";
+  Bstr path(file.c_str()), returned(L"");
+  ::SysFreeString(std::exchange(*returned.address(), nullptr));
+  ASSERT_EQ(paths->ProcessPath(path.address(), VARIANT_FALSE, returned.address()), S_OK);
+  EXPECT_STREQ(path, L"%WINDIR%\\a.txt");
+  EXPECT_STREQ(returned, path);
+  ::SysFreeString(std::exchange(*returned.address(), nullptr));
+  ASSERT_EQ(paths->ProcessPath(path.address(), VARIANT_TRUE, returned.address()), S_OK);
+  EXPECT_EQ(std::wstring(path), file);
+  Outcome outcome;
+  OwnedVariant script_path(testing::string_variant(file.c_str()));
+  call(outcome, paths.get(), L"ProcessPath", DISPATCH_METHOD, {testing::variable(script_path.get()), long_variant(0)});
+  ASSERT_EQ(outcome.result, S_OK);
+  EXPECT_STREQ(script_path->bstrVal, L"%WINDIR%\\a.txt");
+  OwnedVariant programs;
+  EXPECT_EQ(paths->get_ProgramFiles(programs.get()), S_OK);
+  EXPECT_EQ(programs->vt, VT_EMPTY);
+}
+
+}  // namespace
+}  // namespace tornby
