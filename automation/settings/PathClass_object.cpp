@@ -96,7 +96,7 @@ class PathObject final : public DispatchObject<IPathClass> {
     return answer(result, [&] {
       String changed(view(*path));
       String returned = paths_.ProcessPath(changed, from_boolean(expand));
-      replace(path, changed);
+      assign(path, changed);
       return returned;
     });
   }
