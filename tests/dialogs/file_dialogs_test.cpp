@@ -36,7 +36,9 @@ TEST(FileDialogs, FilterIsConvertedAndPassedUnchanged) {
 }
 
 std::string buffer_of(std::size_t length) {
-  return '\0' + std::string(length, ' ') + '\0';
+  std::string buffer(length + 2, ' ');
+  buffer.front() = buffer.back() = '\0';
+  return buffer;
 }
 
 TEST(FileDialogs, OpenIsAskedFieldByField) {
@@ -159,10 +161,9 @@ TEST(FileDialogs, MoreFilesThanTheListHolds) {
     Script script;
     script->blnAllowMultipleFileSelect(true);
     script->lngMaxFileNameBuffer(32000);
-    std::string buffer = "C:\\d\0"s;
     std::string names;
-    for (int i = 0; i < count; ++i) names += "f" + std::to_string(10000 + i) + '\0';
-    script.answer_open(buffer + names + '\0');
+    for (int i = 0; i < count; ++i) names.append("f").append(std::to_string(10000 + i)).append(1, '\0');
+    script.answer_open("C:\\d\0"s.append(names).append(1, '\0'));
     const String result = script->strGetOpenFileName();
     EXPECT_EQ(script.dialogs.opening.file_length, 32002u);
     EXPECT_EQ(result.size(), names.size() + 1);
