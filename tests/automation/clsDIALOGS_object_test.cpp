@@ -1,0 +1,128 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "dialogs/answering.h"
+#include "platform/profile.h"
+#include "server.h"
+#include "support/temporary_folder.h"
+
+namespace tornby {
+namespace {
+
+using testing::Bstr;
+using testing::call;
+using testing::Outcome;
+using testing::OwnedVariant;
+using testing::Server;
+using testing::string_variant;
+
+/// Objects of this class remember their last choices in the Windows folder; these tests leave nothing there.
+class NothingRemembered final : public ::testing::Environment {
+ public:
+  void SetUp() override { std::filesystem::remove(file()); }
+  void TearDown() override { std::filesystem::remove(file()); }
+
+  static std::filesystem::path file() {
+    return std::filesystem::path(native_profile_files().folder(200)) / "tornby.ini";
+  }
+};
+const auto* const nothing_remembered = ::testing::AddGlobalTestEnvironment(new NothingRemembered);
+
+std::wstring text(BSTR value) {
+  const std::wstring copy(value, ::SysStringLen(value));
+  ::SysFreeString(value);
+  return copy;
+}
+
+TEST(DialogsObject, PropertiesKeepWhatIsWritten) {
+  const Server server;
+  const auto dialogs = server.create<IclsDIALOGS>(CLSID_clsDIALOGS);
+  VARIANT_BOOL flag = VARIANT_FALSE;
+  ASSERT_EQ(dialogs->get_blnShowErrorMessages(&flag), S_OK);
+  EXPECT_EQ(flag, VARIANT_TRUE);
+  ASSERT_EQ(dialogs->put_blnCreatePrompt(1), S_OK);
+  ASSERT_EQ(dialogs->get_blnCreatePrompt(&flag), S_OK);
+  EXPECT_EQ(flag, VARIANT_TRUE);
+  ASSERT_EQ(dialogs->put_intMinMarginLeft(-3), S_OK);
+  SHORT margin = 0;
+  ASSERT_EQ(dialogs->get_intMinMarginLeft(&margin), S_OK);
+  EXPECT_EQ(margin, -3);
+  ASSERT_EQ(dialogs->put_strTitle(Bstr(L"Title")), S_OK);
+  BSTR title = nullptr;
+  ASSERT_EQ(dialogs->get_strTitle(&title), S_OK);
+  EXPECT_EQ(text(title), L"Title");
+  LONG color = 0;
+  ASSERT_EQ(dialogs->get_lngColor(&color), S_OK);
+  EXPECT_EQ(color, 0xC0C0C0);
+  BSTR name = nullptr;
+  EXPECT_EQ(static_cast<ULONG>(dialogs->fstrReturnSingleFileName(256, &name)), 0x800A0009ul);
+  EXPECT_EQ(name, nullptr);
+}
+
+TEST(DialogsObject, WriteOnlyPropertiesCannotBeRead) {
+  const Server server;
+  const auto dialogs = server.create<IclsDIALOGS>(CLSID_clsDIALOGS);
+  OwnedVariant filter(string_variant(L"All|*.*"));
+  for (const wchar_t* name : {L"strFilter", L"strDefaultExt"}) {
+    Outcome outcome;
+    call(outcome, dialogs.get(), name, DISPATCH_PROPERTYPUT, {*filter});
+    EXPECT_EQ(outcome.result, S_OK);
+    call(outcome, dialogs.get(), name, DISPATCH_PROPERTYGET);
+    EXPECT_EQ(outcome.result, DISP_E_MEMBERNOTFOUND);
+  }
+  Outcome outcome;
+  call(outcome, dialogs.get(), L"strLastOpenFile", DISPATCH_PROPERTYPUT, {*filter});
+  EXPECT_EQ(outcome.result, DISP_E_MEMBERNOTFOUND);
+}
+
+TEST(DialogsObject, RunsARealDialogAndRemembersAtTheEnd) {
+  std::filesystem::remove(NothingRemembered::file());
+  const testing::TemporaryFolder folder;
+  folder.write("a.txt", "x");
+  folder.write("bb.txt", "x");
+  const Server server;
+  {
+    const auto dialogs = server.create<IclsDIALOGS>(CLSID_clsDIALOGS);
+    ASSERT_EQ(dialogs->put_blnAllowMultipleFileSelect(VARIANT_TRUE), S_OK);
+    ASSERT_EQ(dialogs->put_strInitialDir(Bstr(folder.path().wstring().c_str())), S_OK);
+    const testing::Answers answers = {[](const testing::OpenDialog& dialog) {
+      dialog.type(1148, "\"bb.txt\" \"a.txt\"", "Edit");
+      dialog.press(testing::ok_button);
+    }};
+    BSTR names = nullptr;
+    ASSERT_EQ(dialogs->strGetOpenFileName(nullptr, &names), S_OK);
+    EXPECT_EQ(text(names), std::wstring(L"bb.txt\0a.txt\0\0", 14));
+    LONG count = 0;
+    ASSERT_EQ(dialogs->get_lngNumFilesSelected(&count), S_OK);
+    EXPECT_EQ(count, 2);
+    BSTR second = nullptr;
+    ASSERT_EQ(dialogs->fstrReturnSingleFileName(1, &second), S_OK);
+    EXPECT_EQ(std::filesystem::path(text(second)).filename(), L"a.txt");
+    EXPECT_FALSE(std::filesystem::exists(NothingRemembered::file()));
+  }
+  EXPECT_TRUE(std::filesystem::exists(NothingRemembered::file())) << "named after the DLL";
+  const auto again = server.create<IclsDIALOGS>(CLSID_clsDIALOGS);
+  BSTR last = nullptr;
+  ASSERT_EQ(again->get_strLastOpenFolder(&last), S_OK);
+  EXPECT_EQ(std::filesystem::path(text(last)).parent_path().filename(), folder.path().filename());
+}
+
+TEST(DialogsObject, AboutBoxShowsTheLibrary) {
+  const Server server;
+  const auto dialogs = server.create<IclsDIALOGS>(CLSID_clsDIALOGS);
+  std::string product, copyright;
+  const testing::Answers answers = {[&](const testing::OpenDialog& dialog) {
+    product = dialog.text(100);
+    copyright = dialog.text(101);
+    dialog.press(testing::ok_button);
+  }};
+  LONG result = 0;
+  ASSERT_EQ(dialogs->flngShowAbout(&result), S_OK);
+  EXPECT_EQ(result, 1);
+  EXPECT_EQ(product, "Tornby 0.1.0");
+  EXPECT_EQ(copyright, "Copyright (c) 2026 the Tornby authors");
+}
+
+}  // namespace
+}  // namespace tornby

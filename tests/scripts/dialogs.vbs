@@ -1,0 +1,60 @@
+' clsDIALOGS from VBScript: what needs no dialog on the screen. Nothing is remembered, so that no file is left.
+On Error Resume Next
+failures = 0
+
+Sub Check(what, got, expected)
+  If Err.Number <> 0 Or got <> expected Then
+    WScript.Echo "FAILED " & what & ": got " & got & ", expected " & expected & ", error " & Err.Number
+    failures = failures + 1
+    Err.Clear
+  End If
+End Sub
+
+Sub CheckError(what, number)
+  If Err.Number <> number Then
+    WScript.Echo "FAILED " & what & ": error " & Err.Number & ", " & Err.Description
+    failures = failures + 1
+  End If
+  Err.Clear
+End Sub
+
+Set dialogs = CreateObject("Tornby.clsDIALOGS")
+Check "persistence", dialogs.blnUsePersistence, True
+dialogs.blnUsePersistence = False
+Check "no persistence", dialogs.blnUsePersistence, False
+Check "messages", TypeName(dialogs.blnShowErrorMessages), "Boolean"
+Check "paper", dialogs.lngPaperWidth & " " & dialogs.lngPaperHeight, "8500 11000"
+Check "margin", dialogs.intLeftMargin, 500
+Check "its type", TypeName(dialogs.intLeftMargin), "Integer"
+dialogs.intTopMargin = "1250"
+Check "margin written", dialogs.intTopMargin, 1250
+dialogs.intTopMargin = 40000
+CheckError "margin too large", 6
+Check "type of a code", TypeName(dialogs.lngDialogError), "Long"
+Check "error text", dialogs.strDialogError, "N/A"
+dialogs.strTitle = "Pick one"
+Check "title", dialogs.strTitle, "Pick one"
+dialogs.strFilter = "Text (*.txt)|*.txt|All files|*.*"
+Check "filter", 0, 0
+Check "entry", dialogs.fstrReturnSingleFileName(255), ""
+unused = dialogs.fstrReturnSingleFileName(256)
+CheckError "no such entry", 9
+dialogs.lngColor = &HFF
+Check "colour", dialogs.lngColor, 255
+
+' Without room for a name the system refuses it, and with no message shown nobody has to answer.
+dialogs.blnShowErrorMessages = False
+dialogs.lngMaxFileNameBuffer = -1
+Check "a negative length", dialogs.strGetOpenFileName(""), ""
+Check "no dialog error", dialogs.strDialogError, "N/A"
+' An owner window that does not exist ends a dialog at once, as if cancelled.
+dialogs.lngMaxFileNameBuffer = 250
+dialogs.lngHWnd = 1
+Check "owner", dialogs.lngHWnd, 1
+Check "cancelled", dialogs.strGetOpenFileName("") & dialogs.strGetSaveFileName(""), ""
+Check "its text", dialogs.strDialogError, "General Codes Failure"
+Check "font", dialogs.blnChooseFont, False
+Check "folder", dialogs.fstrBrowseForFolder(1), ""
+
+If failures = 0 Then WScript.Echo "passed"
+WScript.Quit failures
