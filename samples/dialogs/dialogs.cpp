@@ -1,0 +1,56 @@
+// Shows one of the dialogs and prints what it gave.
+// Usage: sample_dialogs open|several|save|folder|font|page|print|about [folder to start in]
+#include <dialogs/clsDIALOGS.h>
+
+#include <cstdio>
+#include <string_view>
+
+namespace {
+
+/// The text in ASCII, with a line break for each NUL.
+void print(const char* label, tornby::StringView text) {
+  std::printf("%s: ", label);
+  for (const char16_t character : text) std::putchar(character == 0 ? '\n' : character < 0x80 ? character : '?');
+  std::putchar('\n');
+}
+
+int show(tornby::clsDIALOGS& dialogs, std::string_view kind) {
+  if (kind == "open" || kind == "several") {
+    dialogs.blnAllowMultipleFileSelect(kind == "several");
+    print("opened", dialogs.strGetOpenFileName());
+    print("folder", dialogs.strLastOpenFolder());
+    std::printf("files: %d\n", dialogs.lngNumFilesSelected());
+  } else if (kind == "save") {
+    print("saved", dialogs.strGetSaveFileName());
+  } else if (kind == "folder") {
+    print("folder", dialogs.fstrBrowseForFolder(dialogs.lngHWnd()));
+  } else if (kind == "font") {
+    if (dialogs.blnChooseFont()) {
+      print("font", dialogs.strFontFaceName());
+      print("style", dialogs.strFontStyle());
+      std::printf("points: %d\n", dialogs.lngFontSize());
+    }
+  } else if (kind == "page") {
+    if (dialogs.blnPageSetup())
+      std::printf("paper: %d x %d, left margin: %d thousandths of an inch\n", dialogs.lngPaperWidth(),
+                  dialogs.lngPaperHeight(), dialogs.intLeftMargin());
+  } else if (kind == "print") {
+    std::printf("print: %s\n", dialogs.blnPrintDialog() ? "yes" : "no");
+  } else if (kind == "about") {
+    dialogs.flngShowAbout();
+  } else {
+    return 2;
+  }
+  print("error", dialogs.strDialogError());
+  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc < 2) return 2;
+  tornby::clsDIALOGS dialogs;
+  dialogs.strFilter(u"Text files (*.txt;*.md)|*.txt;*.md|All files (*.*)|*.*");
+  if (argc > 2) dialogs.strInitialDir(tornby::widen(argv[2]));
+  return show(dialogs, argv[1]);
+}

@@ -1,0 +1,21 @@
+' Lets the user pick a file and prints its checksum. The next run starts in the folder of the last one.
+' Usage: cscript //nologo pick.vbs [folder]    the folder to start in, only needed the first time
+Option Explicit
+
+Dim dialogs, crc, name
+Set dialogs = CreateObject("Tornby.clsDIALOGS")
+Set crc = CreateObject("Tornby.clsCRC")
+
+If WScript.Arguments.Count > 0 Then dialogs.strInitialDir = WScript.Arguments(0)
+dialogs.strTitle = "Pick a file"
+dialogs.strFilter = "Text files (*.txt;*.md)|*.txt;*.md|All files (*.*)|*.*"
+
+WScript.Echo "starting in " & dialogs.strInitialDir
+name = dialogs.strGetOpenFileName("")
+If name <> "" Then
+  WScript.Echo Right("0000000" & Hex(crc.CalculateFile(name)), 8) & "  " & name
+ElseIf dialogs.lngDialogError = 0 Then
+  WScript.Echo "nothing picked"
+Else
+  WScript.Echo "failed: " & dialogs.strDialogError
+End If
