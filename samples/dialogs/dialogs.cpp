@@ -1,5 +1,7 @@
 // Shows one of the dialogs and prints what it gave.
-// Usage: sample_dialogs open|several|save|folder|font|page|print|about [folder to start in]
+// Usage: sample_dialogs open|several|short|prompt|save|folder|font|page|print|about [folder to start in]
+//   short    an open dialog with too little room for any name: a message box reports it
+//   prompt   an open dialog that cannot even be asked for: the prompt with its three buttons
 #include <dialogs/clsDIALOGS.h>
 
 #include <cstdio>
@@ -15,8 +17,10 @@ void print(const char* label, tornby::StringView text) {
 }
 
 int show(tornby::clsDIALOGS& dialogs, std::string_view kind) {
-  if (kind == "open" || kind == "several") {
+  if (kind == "open" || kind == "several" || kind == "short" || kind == "prompt") {
     dialogs.blnAllowMultipleFileSelect(kind == "several");
+    if (kind == "short") dialogs.lngMaxFileNameBuffer(3);
+    if (kind == "prompt") dialogs.lngMaxFileNameBuffer(-1);
     print("opened", dialogs.strGetOpenFileName());
     print("folder", dialogs.strLastOpenFolder());
     std::printf("files: %d\n", dialogs.lngNumFilesSelected());

@@ -56,14 +56,10 @@ bool add_printer() {
 
 }  // namespace
 
-TestPrinter::TestPrinter() {
+bool TestPrinter::add() {
   const TemporaryFolder folder;
   const std::string description = (folder.path() / "test.ppd").string();
-  installed_ = write_description(description) && add_driver(description) && add_printer();
-}
-
-TestPrinter::~TestPrinter() {
-  remove();
+  return write_description(description) && add_driver(description) && add_printer();
 }
 
 void TestPrinter::remove() {

@@ -6,18 +6,20 @@ namespace tornby::testing {
 /// Installs a PostScript printer and makes it the default; destroying it takes it away again.
 class TestPrinter {
  public:
-  TestPrinter();
-  ~TestPrinter();
+  TestPrinter() : installed_(add()) {}
+  ~TestPrinter() { remove(); }
   TestPrinter(const TestPrinter&) = delete;
   TestPrinter& operator=(const TestPrinter&) = delete;
 
   bool installed() const { return installed_; }
 
+  /// Adds one that stays.
+  static bool add();
   /// Takes away one that an earlier run left behind.
   static void remove();
 
  private:
-  bool installed_ = false;
+  bool installed_;
 };
 
 }  // namespace tornby::testing
