@@ -7,28 +7,27 @@
 // the result for each of them, and such a file cannot be opened by that result.
 //
 // Initialisation file: in the Windows folder, named after the module that this class is part of (the DLL, or the
-// program it is linked into) with ".ini", section "DIALOGS". Seven keys are read at construction, always, and written
-// at destruction if blnUsePersistence is still true. The defaults are the module's folder for the three folders, 1 for
-// the two filters and no file; a key that is there but empty reads as the default, and at most 249 characters are read.
+// program it is linked into) with ".ini", section "DIALOGS". Its keys are read at construction, always, and written at
+// destruction if blnUsePersistence is still true, in this order: InitialDir (strInitialDir), LastOpenDir
+// (strLastOpenFolder), LastOpenFilter, LastOpenFile, LastSaveDir (strLastSaveFolder), LastSaveFilter, LastSaveFile. The
+// defaults are the module's folder for the three folders, 1 for the two filters and no file. A key that is there but
+// empty reads as the default; of a value at most 249 characters are read, and of several file names the first is kept.
 // A file that cannot be read gives the defaults; one that cannot be written is left as it is, silently.
-//
-// | InitialDir   | LastOpenDir       | LastOpenFilter    | LastOpenFile    | LastSaveDir       | LastSaveFilter    |
-// | strInitialDir| strLastOpenFolder | lngLastOpenFilter | strLastOpenFile | strLastSaveFolder | lngLastSaveFilter |
-// and LastSaveFile is strLastSaveFile.
 //
 // A cancelled or failing dialog raises nothing. It leaves its code in lngDialogError and a text in strDialogError and,
 // if blnShowErrorMessages is true and the code is not 0, shows a message box "DIALOG ERROR". A cancel has code 0 and
 // the text "General Codes Failure". The code is what the system last noted for the thread: where it notes nothing for a
 // cancelled font, print or page-setup dialog (so under Wine), that of an earlier dialog is reported again.
-// An owner window that has gone away has the effect of a cancel.
+// An owner window that has gone away has the effect of a cancel, or of the failure that the system notes for it.
 //
 // An unexpected run-time error in the open, save or font operation, such as 7 (out of memory) or 5 for a negative
 // lngMaxFileNameBuffer, is offered to the user, if blnShowErrorMessages is true, in a box with three buttons: Abort
 // ends the operation, Retry runs the failing step again, Ignore goes on with the next step. The steps are: fill the
-// request; show the dialog; report a failure; take over the answer (a step for each property of the font, in the order
-// in which they stand below); take over the filter index; set strInitialDir. An operation that has been aborted, or
-// that meets such an error while blnShowErrorMessages is false, ends at once with the result of a cancel; what earlier
-// steps have set stays. In the other operations such an error is raised to the caller.
+// request; show the dialog; report a failure; take over the answer; and for open and save: take over the filter index;
+// set strInitialDir. The font's answer takes six steps: size, face, colour, type, style, and what follows from the
+// style. An operation that has been aborted, or that meets such an error while blnShowErrorMessages is false, ends at
+// once with the result of a cancel; what earlier steps have set stays. In the other operations such an error is raised
+// to the caller.
 #pragma once
 
 #include <array>
@@ -92,7 +91,7 @@ class clsDIALOGS {
   void intMinMarginLeft(std::int16_t value) { minimum_margins_.left = value; }
 
   /// Runs the page setup. False when it is cancelled or fails, and nothing changes; otherwise paper and margins are as
-  /// chosen. Under Wine the paper at first is the printer's, whatever the properties say.
+  /// chosen. The paper at first is the printer's, whatever the properties say.
   bool blnPageSetup();
 
   /// What the last font dialog gave. The size is in whole points (10 at first), halves rounded to even, and 10 for what
