@@ -77,6 +77,8 @@ class Control {
 
   /// What the control does when it is used without the pointer, as by a screen reader or its mnemonic.
   virtual void activate() {}
+  /// Whether the control itself, rather than an element in it or nothing at all, takes the keyboard.
+  virtual bool takes_focus() const { return false; }
 
  protected:
   ControlHost& host() const { return *host_; }

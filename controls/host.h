@@ -77,11 +77,11 @@ class Surface {
   virtual void draw_glyph(Glyph glyph, double left, double top) = 0;
   virtual double glyph_height(Glyph glyph) const = 0;
 
-  /// While a control holds the capture, all pointer input reaches it as input of the surface. When the capture goes to
-  /// somebody else, the host calls Control::capture_lost; it does not for release_capture.
+  /// While a control holds the capture, pointer input from outside reaches it too, as input of the surface. When the
+  /// capture goes to somebody else, the host calls Control::capture_lost; it does not for release_capture.
   virtual void set_capture() = 0;
   virtual void release_capture() = 0;
-  /// The hand pointer, until the pointer leaves the control.
+  /// The hand pointer, until the next move without it.
   virtual void show_hand() = 0;
 
   virtual std::vector<ContainedElement*> contained_elements() = 0;

@@ -73,6 +73,7 @@ class kelHyperLabel final : public Control {
   void capture_lost() override;
   void key_down(Part part, std::int16_t& key_code, std::int16_t& shift) override;
   void activate() override { Click.raise(); }
+  bool takes_focus() const override { return true; }
 
  private:
   enum Index : std::size_t;

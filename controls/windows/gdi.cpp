@@ -1,0 +1,74 @@
+#include "controls/windows/gdi.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+
+#include "platform/code_page.h"
+
+namespace tornby::windows {
+
+BufferedPainting::BufferedPainting(HDC target, const RECT& area)
+    : target_(target), area_(area), memory_(::CreateCompatibleDC(target)) {
+  if (!memory_) return;
+  bitmap_ = GdiObject<HBITMAP>(::CreateCompatibleBitmap(target, area.right - area.left, area.bottom - area.top));
+  if (!bitmap_.get()) {
+    ::DeleteDC(std::exchange(memory_, nullptr));
+    return;
+  }
+  before_ = ::SelectObject(memory_, bitmap_.get());
+  ::SetWindowOrgEx(memory_, area.left, area.top, nullptr);
+}
+
+BufferedPainting::~BufferedPainting() {
+  if (!memory_) return;
+  ::BitBlt(target_, area_.left, area_.top, area_.right - area_.left, area_.bottom - area_.top, memory_, area_.left,
+           area_.top, SRCCOPY);
+  ::SelectObject(memory_, before_);
+  ::DeleteDC(memory_);
+}
+
+COLORREF resolved(Color color) {
+  return color & 0x80000000 ? ::GetSysColor(static_cast<int>(color & 0xFF)) : color & 0xFFFFFF;
+}
+
+void fill(HDC context, const RECT& area, Color color) {
+  const GdiObject<HBRUSH> brush(::CreateSolidBrush(resolved(color)));
+  ::FillRect(context, &area, brush.get());
+}
+
+GdiObject<HFONT> make_font(const Font& font, int dots_per_inch) {
+  LOGFONTA description{};
+  description.lfHeight = -static_cast<LONG>(std::lround(font.size * dots_per_inch / 72));
+  description.lfWeight = font.weight;
+  description.lfItalic = font.italic;
+  description.lfUnderline = font.underline;
+  description.lfStrikeOut = font.strikeout;
+  description.lfCharSet = static_cast<BYTE>(font.charset);
+  const std::string name = ansi(font.name);
+  name.copy(description.lfFaceName, LF_FACESIZE - 1);
+  return GdiObject<HFONT>(::CreateFontIndirectA(&description));
+}
+
+std::string ansi(StringView text) {
+  const Bytes bytes = native_code_page().encode(text);
+  return std::string(bytes.begin(), bytes.end());
+}
+
+String wide(std::string_view text) {
+  return native_code_page().decode(ByteView(reinterpret_cast<const std::uint8_t*>(text.data()), text.size()));
+}
+
+// Three dots. The greyed ones have a light shadow.
+void draw_glyph(HDC context, Glyph glyph, int left, int top) {
+  const auto draw_dots = [&](int offset, int color) {
+    for (const int x : {1, 5, 9}) {
+      const RECT dot = {left + x + offset, top + offset, left + x + offset + 2, top + offset + browse_glyph_height};
+      ::FillRect(context, &dot, ::GetSysColorBrush(color));
+    }
+  };
+  if (glyph == Glyph::browse_greyed) draw_dots(1, COLOR_BTNHIGHLIGHT);
+  draw_dots(0, glyph == Glyph::browse ? COLOR_BTNTEXT : COLOR_GRAYTEXT);
+}
+
+}  // namespace tornby::windows

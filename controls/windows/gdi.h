@@ -1,0 +1,92 @@
+// Handles of the drawing system, and what the controls draw with them.
+#pragma once
+
+#include <utility>
+
+#include "controls/host.h"
+#include "platform/windows/system.h"
+
+namespace tornby::windows {
+
+/// Deletes a font, brush or bitmap. It must not be selected into a device context then.
+template <class Handle>
+class GdiObject {
+ public:
+  GdiObject() = default;
+  explicit GdiObject(Handle handle) : handle_(handle) {}
+  GdiObject(GdiObject&& other) noexcept : handle_(std::exchange(other.handle_, nullptr)) {}
+  GdiObject& operator=(GdiObject&& other) noexcept {
+    std::swap(handle_, other.handle_);
+    return *this;
+  }
+  ~GdiObject() {
+    if (handle_) ::DeleteObject(handle_);
+  }
+  Handle get() const { return handle_; }
+
+ private:
+  Handle handle_ = nullptr;
+};
+
+/// Selects an object until the end of the scope.
+class Selection {
+ public:
+  Selection(HDC context, HGDIOBJ object) : context_(context), before_(::SelectObject(context, object)) {}
+  ~Selection() { ::SelectObject(context_, before_); }
+  Selection(const Selection&) = delete;
+  Selection& operator=(const Selection&) = delete;
+
+ private:
+  HDC context_;
+  HGDIOBJ before_;
+};
+
+/// The screen's device context, for measuring.
+class ScreenContext {
+ public:
+  ScreenContext() : context_(::GetDC(nullptr)) {}
+  ~ScreenContext() { ::ReleaseDC(nullptr, context_); }
+  ScreenContext(const ScreenContext&) = delete;
+  ScreenContext& operator=(const ScreenContext&) = delete;
+  operator HDC() const { return context_; }
+
+ private:
+  HDC context_;
+};
+
+/// Draws into memory and shows the result in one go, so that nothing flickers. Without memory it draws directly.
+class BufferedPainting {
+ public:
+  BufferedPainting(HDC target, const RECT& area);
+  ~BufferedPainting();
+  BufferedPainting(const BufferedPainting&) = delete;
+  BufferedPainting& operator=(const BufferedPainting&) = delete;
+  HDC context() const { return memory_ ? memory_ : target_; }
+
+ private:
+  HDC target_;
+  RECT area_;
+  HDC memory_;
+  GdiObject<HBITMAP> bitmap_;
+  HGDIOBJ before_ = nullptr;
+};
+
+/// A plain colour as it is, a system colour as it is set now.
+COLORREF resolved(Color color);
+
+void fill(HDC context, const RECT& area, Color color);
+
+GdiObject<HFONT> make_font(const Font& font, int dots_per_inch);
+
+/// The text in the bytes of the ANSI code page.
+std::string ansi(StringView text);
+String wide(std::string_view text);
+
+inline RECT to_rect(const Rectangle& area) {
+  return {area.left, area.top, area.right, area.bottom};
+}
+
+void draw_glyph(HDC context, Glyph glyph, int left, int top);
+constexpr int browse_glyph_height = 2;
+
+}  // namespace tornby::windows

@@ -1,0 +1,206 @@
+// A control as a real window, or drawn without one.
+//
+// ControlWindow is for a form: it makes the control and its child window, and takes both away. WindowHost is for a
+// container that creates the control first and gives it a window later, or never.
+#pragma once
+
+#include <memory>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "controls/windows/elements.h"
+
+namespace tornby::windows {
+
+/// The form, as a control sees it. What is not overridden is right for a form that has nothing to say.
+class ControlSite {
+ public:
+  virtual ~ControlSite() = default;
+  virtual void property_changed(StringView /*name*/) {}
+  virtual Font ambient_font() const { return Font(); }
+  virtual String display_name() const { return String(); }
+  /// The control wants another outer size, in pixels. True: the site decides, and calls WindowHost::place. False: the
+  /// control takes the size.
+  virtual bool takes_size_request(SIZE /*wanted*/) { return false; }
+};
+
+class WindowHost final : public std::enable_shared_from_this<WindowHost>, private ControlHost, private Surface {
+ public:
+  /// Makes a control of class C; `site` must outlive it. Call InitProperties or ReadProperties on it next, then
+  /// control().resize() or attach().
+  template <class C>
+  static std::shared_ptr<WindowHost> create(ControlSite& site) {
+    std::shared_ptr<WindowHost> host(new WindowHost(site));
+    host->control_ = std::make_unique<C>(static_cast<ControlHost&>(*host));
+    return host;
+  }
+  ~WindowHost() override;
+
+  Control& control() { return *control_; }
+  template <class C>
+  C& control_as() {
+    return static_cast<C&>(*control_);
+  }
+
+  /// Gives the control a child window of `parent`. Raises 440 when the system makes none.
+  void attach(HWND parent, const RECT& place);
+  /// Takes the window away. The control lives on, without one; also inside its own event.
+  void detach();
+  HWND window() const { return window_; }
+  /// Moves the window, if there is one, and gives the control that outer size.
+  void place(const RECT& place);
+  /// The outer size in pixels.
+  SIZE size() const { return size_; }
+  int dots_per_inch() const { return dots_per_inch_; }
+
+  /// Draws the whole control, border and edit field included, scaled into a rectangle of any device context, a metafile
+  /// too. It needs no window.
+  void draw(HDC context, const RECT& area);
+
+  /// Keeps the site alive as long as this object.
+  void keep_until_gone(std::shared_ptr<ControlSite> site) { kept_site_ = std::move(site); }
+
+  /// For the elements: something needs to be drawn again.
+  void redraw();
+  void add(Drawn& element) { drawn_.push_back(&element); }
+  void remove(Drawn& element);
+  void text_changed();
+  void set_edit(WindowEdit* edit) { edit_ = edit; }
+  /// For the elements: whether the focus goes from or to a window outside the control.
+  bool is_within(HWND other) const;
+
+ private:
+  struct FocusRectangle {
+    Rectangle area;
+    bool operator==(const FocusRectangle&) const = default;
+  };
+  struct Edge {
+    Rectangle area;
+    std::uint32_t edge, flags;
+    bool operator==(const Edge&) const = default;
+  };
+  struct Box {
+    Rectangle outline;
+    Color color;
+    bool operator==(const Box&) const = default;
+  };
+  struct PlacedGlyph {
+    Glyph glyph;
+    int left, top;
+    bool operator==(const PlacedGlyph&) const = default;
+  };
+  using Drawing = std::variant<FocusRectangle, Edge, Box, PlacedGlyph>;
+
+  explicit WindowHost(ControlSite& site);
+
+  Surface& surface() override { return *this; }
+  std::unique_ptr<LabelElement> add_label() override;
+  std::unique_ptr<PictureElement> add_picture() override;
+  std::unique_ptr<EditElement> add_edit() override;
+  std::unique_ptr<DropDownElement> add_drop_down() override;
+  void property_changed(StringView name) override { site_->property_changed(name); }
+  Font ambient_font() const override { return site_->ambient_font(); }
+  String display_name() const override { return site_->display_name(); }
+
+  double scale_width() const override { return client_rectangle().right; }
+  double scale_height() const override { return client_rectangle().bottom; }
+  Rectangle client_rectangle() const override;
+  double width() const override { return size_.cx * twips_per_pixel_x(); }
+  void width(double twips) override;
+  double height() const override { return size_.cy * twips_per_pixel_y(); }
+  void height(double twips) override;
+  double twips_per_pixel_x() const override { return 1440.0 / dots_per_inch_; }
+  double twips_per_pixel_y() const override { return 1440.0 / dots_per_inch_; }
+  Color back_color() const override { return back_color_; }
+  void back_color(Color value) override;
+  bool enabled() const override { return enabled_; }
+  void enabled(bool value) override;
+  std::int16_t border_style() const override { return border_style_; }
+  void border_style(std::int16_t value) override;
+  std::int16_t appearance() const override { return appearance_; }
+  void appearance(std::int16_t value) override;
+  Font font() const override { return font_; }
+  void font(const Font& value) override { font_ = value; }
+  double text_height(StringView text) const override;
+  String tag() const override { return tag_; }
+  void tag(StringView value) override { tag_ = value; }
+  void clear() override;
+  void draw_focus_rectangle(const Rectangle& area) override { add_drawing(FocusRectangle{area}); }
+  void draw_edge(const Rectangle& area, std::uint32_t edge, std::uint32_t flags) override;
+  void draw_box(const Rectangle& outline, Color color) override { add_drawing(Box{outline, color}); }
+  void draw_glyph(Glyph glyph, double left, double top) override;
+  double glyph_height(Glyph) const override { return browse_glyph_height; }
+  void set_capture() override;
+  void release_capture() override;
+  void show_hand() override;
+  std::vector<ContainedElement*> contained_elements() override;
+
+  static void register_class();
+  static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
+  LRESULT handle(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
+  void handle_pointer(UINT message, WPARAM wparam, LPARAM lparam);
+  bool handle_key(UINT message, WPARAM wparam, LPARAM lparam);
+  void paint_window(HWND window);
+  void paint(HDC context);
+  void add_drawing(const Drawing& drawing);
+  void request_size(SIZE wanted);
+  void size_changed(SIZE size);
+  void update_dots_per_inch();
+  void update_frame();
+  int border_width() const;
+
+  ControlSite* site_;
+  std::shared_ptr<ControlSite> kept_site_;
+  std::unique_ptr<Control> control_;
+  std::vector<Drawn*> drawn_;
+  WindowEdit* edit_ = nullptr;
+  std::vector<std::unique_ptr<ContainedElement>> contained_;
+  std::vector<Drawing> drawings_;  // in the order of drawing, each once
+  HWND window_ = nullptr;
+  SIZE size_{};
+  SIZE laid_out_client_{-1, -1};
+  int dots_per_inch_;
+  Color back_color_ = system_color::button_face;
+  Font font_;
+  String tag_;
+  std::int16_t border_style_ = 0;
+  std::int16_t appearance_ = 0;
+  bool enabled_ = true;
+  bool captured_ = false;
+  bool hand_ = false;
+  bool painting_ = false;
+};
+
+/// A control of class C in a child window, for as long as this object lives. It may be destroyed inside an event of its
+/// own control.
+template <class C>
+class ControlWindow {
+ public:
+  ControlWindow(HWND parent, const RECT& place, std::shared_ptr<ControlSite> site = std::make_shared<ControlSite>())
+      : site_(std::move(site)), host_(WindowHost::create<C>(*site_)) {
+    control().InitProperties();
+    host_->attach(parent, place);
+  }
+  ~ControlWindow() {
+    // Whoever still runs inside the control may need the site until the host goes.
+    host_->keep_until_gone(std::move(site_));
+    host_->detach();
+  }
+  ControlWindow(const ControlWindow&) = delete;
+  ControlWindow& operator=(const ControlWindow&) = delete;
+
+  C& control() { return host_->template control_as<C>(); }
+  C* operator->() { return &control(); }
+  HWND window() const { return host_->window(); }
+  WindowHost& host() { return *host_; }
+
+ private:
+  std::shared_ptr<ControlSite> site_;
+  std::shared_ptr<WindowHost> host_;
+};
+
+/// Keys held now, as the sum of 1 shift, 2 control, 4 alt.
+std::int16_t shift_state();
+
+}  // namespace tornby::windows

@@ -1,0 +1,398 @@
+// The controls in real windows, under real pointer and keyboard input.
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "controls/kelBrowseButton.h"
+#include "controls/kelHyperLabel.h"
+#include "controls/kelLabel.h"
+#include "controls/windows/window_host.h"
+
+namespace tornby::windows {
+namespace {
+
+void pump() {
+  MSG message;
+  while (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+    ::TranslateMessage(&message);
+    ::DispatchMessageA(&message);
+  }
+}
+
+class Form {
+ public:
+  Form()
+      : window_(::CreateWindowExA(WS_EX_TOPMOST, "STATIC", "form", WS_POPUP | WS_VISIBLE, 50, 50, 400, 300, nullptr,
+                                  nullptr, nullptr, nullptr)) {
+    ::SetForegroundWindow(window_);
+    pump();
+  }
+  ~Form() {
+    ::DestroyWindow(window_);
+    pump();
+  }
+  Form(const Form&) = delete;
+  Form& operator=(const Form&) = delete;
+  operator HWND() const { return window_; }
+
+ private:
+  HWND window_;
+};
+
+/// Moves the pointer to a place in a window's client area.
+void move_to(HWND window, int x, int y) {
+  POINT at = {x, y};
+  ::ClientToScreen(window, &at);
+  INPUT input{};
+  input.type = INPUT_MOUSE;
+  input.mi.dwFlags = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
+  const auto scaled = [](int position, int extent) { return (position * 65536 + extent - 1) / extent; };
+  input.mi.dx = scaled(at.x, ::GetSystemMetrics(SM_CXSCREEN));
+  input.mi.dy = scaled(at.y, ::GetSystemMetrics(SM_CYSCREEN));
+  ::SendInput(1, &input, sizeof input);
+  pump();
+}
+
+void mouse(DWORD flags) {
+  INPUT input{};
+  input.type = INPUT_MOUSE;
+  input.mi.dwFlags = flags;
+  ::SendInput(1, &input, sizeof input);
+  pump();
+}
+
+void click() {
+  mouse(MOUSEEVENTF_LEFTDOWN);
+  mouse(MOUSEEVENTF_LEFTUP);
+}
+
+void press_key(WORD code) {
+  for (const DWORD flags : {DWORD{0}, DWORD{KEYEVENTF_KEYUP}}) {
+    INPUT input{};
+    input.type = INPUT_KEYBOARD;
+    input.ki.wVk = code;
+    input.ki.dwFlags = flags;
+    ::SendInput(1, &input, sizeof input);
+    pump();
+  }
+}
+
+SIZE client_size(HWND window) {
+  RECT client{};
+  ::GetClientRect(window, &client);
+  return {client.right, client.bottom};
+}
+
+/// The colours of a window's client area that differ from its top left pixel, counted.
+int marked_pixels(HWND window) {
+  ::UpdateWindow(window);
+  const HDC context = ::GetDC(window);
+  const SIZE size = client_size(window);
+  const COLORREF ground = ::GetPixel(context, size.cx / 2, 2);
+  int marked = 0;
+  for (int y = 0; y < size.cy; ++y) {
+    for (int x = 0; x < size.cx; ++x) marked += ::GetPixel(context, x, y) != ground;
+  }
+  ::ReleaseDC(window, context);
+  return marked;
+}
+
+TEST(LabelWindow, TakesTheSizeOfItsTextOrFitsTheTextIn) {
+  const Form form;
+  ControlWindow<kelLabel> label(form, {10, 10, 210, 110});
+  label->Caption(u"Hello, world");
+  const SIZE fitted = client_size(label.window());
+  EXPECT_GT(fitted.cx, 30);
+  EXPECT_LT(fitted.cx, 150);
+  EXPECT_GT(fitted.cy, 5);
+  EXPECT_LT(fitted.cy, 40);
+  label->Caption(u"Hello, world, and more of it");
+  EXPECT_GT(client_size(label.window()).cx, fitted.cx);
+  label->AutoSize(false);
+  label.host().place({10, 10, 210, 110});
+  EXPECT_EQ(client_size(label.window()).cx, 200);
+  EXPECT_GT(marked_pixels(label.window()), 100);
+}
+
+TEST(LabelWindow, BorderLinesTakeTheirPlaceAndReplaceTheFrame) {
+  const Form form;
+  ControlWindow<kelLabel> label(form, {10, 10, 210, 110});
+  label->Caption(u"");
+  label->AutoSize(false);
+  label.host().place({10, 10, 210, 110});
+  EXPECT_GT(marked_pixels(label.window()), 200);  // every second pixel round the area
+  label->UseBorderLines(true);
+  EXPECT_EQ(client_size(label.window()).cx, 198);
+  EXPECT_EQ(marked_pixels(label.window()), 0);
+  label->UseBorderLines(false);
+  EXPECT_EQ(client_size(label.window()).cx, 200);
+  EXPECT_GT(marked_pixels(label.window()), 200);
+}
+
+TEST(LabelWindow, StretchesTheWindowsInside) {
+  const Form form;
+  ControlWindow<kelLabel> label(form, {10, 10, 210, 110});
+  const HWND inner =
+      ::CreateWindowExA(0, "STATIC", "", WS_CHILD, 5, 5, 10, 10, label.window(), nullptr, nullptr, nullptr);
+  label->AutoSize(false);
+  label.host().place({10, 10, 130, 70});
+  EXPECT_EQ(client_size(inner).cx, 120);
+  EXPECT_EQ(client_size(inner).cy, 60);
+}
+
+TEST(LabelWindow, RightButtonInforms) {
+  const Form form;
+  ControlWindow<kelLabel> label(form, {10, 10, 210, 110});
+  std::string log;
+  label->InfoClick = [&] { log += "InfoClick "; };
+  label->MouseUp = [&](std::int16_t& button) { log += "MouseUp" + std::to_string(button) + " "; };
+  move_to(label.window(), 4, 4);
+  mouse(MOUSEEVENTF_RIGHTDOWN);
+  mouse(MOUSEEVENTF_RIGHTUP);
+  click();
+  EXPECT_EQ(log, "InfoClick MouseUp2 MouseUp1 ");
+}
+
+struct LinkWindow {
+  Form form;
+  ControlWindow<kelHyperLabel> link{form, {10, 10, 210, 40}};
+  std::string log;
+
+  LinkWindow() {
+    link->Caption(u"A link");
+    link->Click = [this] { log += "Click "; };
+    link->MouseUp = [this](std::int16_t& button) { log += "MouseUp" + std::to_string(button) + " "; };
+    move_to(form, 300, 200);
+  }
+};
+
+TEST(HyperLabelWindow, HoverCapturesUntilThePointerLeaves) {
+  LinkWindow test;
+  const Color plain = test.link->LinkColor();
+  move_to(test.link.window(), 3, 3);
+  EXPECT_EQ(::GetCapture(), test.link.window());
+  EXPECT_EQ(test.link->LinkColor(), test.link->HoverColor());
+  EXPECT_EQ(::GetCursor(), ::LoadCursorA(nullptr, MAKEINTRESOURCEA(32649)));
+  click();
+  EXPECT_EQ(test.log, "Click MouseUp1 ");
+  move_to(test.link.window(), -5, 3);
+  EXPECT_EQ(::GetCapture(), nullptr);
+  EXPECT_EQ(test.link->LinkColor(), plain);
+}
+
+TEST(HyperLabelWindow, CaptureTakenByAnotherWindowEndsTheHover) {
+  LinkWindow test;
+  const Color plain = test.link->LinkColor();
+  move_to(test.link.window(), 3, 3);
+  mouse(MOUSEEVENTF_LEFTDOWN);
+  ::SetCapture(test.form);
+  EXPECT_EQ(test.link->LinkColor(), plain);
+  ::ReleaseCapture();
+  mouse(MOUSEEVENTF_LEFTUP);
+  EXPECT_EQ(test.log, "MouseUp1 ");
+}
+
+TEST(HyperLabelWindow, EnterAndSpaceClick) {
+  LinkWindow test;
+  ::SetFocus(test.link.window());
+  press_key(VK_RETURN);
+  press_key(VK_SPACE);
+  EXPECT_EQ(test.log, "Click Click ");
+}
+
+TEST(HyperLabelWindow, DynamicHeightFollowsTheText) {
+  LinkWindow test;
+  const LONG line = client_size(test.link.window()).cy;
+  test.link->Caption(
+      u"A long caption that needs several lines, because the control is not at all as wide as the text is");
+  EXPECT_EQ(client_size(test.link.window()).cy, line);
+  test.link->UseDynamicHeight(true);
+  const LONG several = client_size(test.link.window()).cy;
+  EXPECT_GE(several, 2 * line);
+  test.link.host().place({10, 10, 110, 40});
+  EXPECT_GT(client_size(test.link.window()).cy, several);
+}
+
+struct BrowseWindow {
+  Form form;
+  ControlWindow<kelBrowseButton> browse{form, {10, 10, 210, 34}};
+  std::string log;
+
+  BrowseWindow() {
+    browse->ControlClick = [this] { log += "ControlClick "; };
+    browse->OpenBrowse = [this] { log += "OpenBrowse "; };
+    browse->MouseUp = [this](std::int16_t&) { log += "MouseUp "; };
+    browse->ChangeText = [this](String& text) { log += "Change:" + ansi(text) + " "; };
+    browse->KeyPress = [this](std::int16_t& code) {
+      if (code == '!') code = '?';
+      if (code == '-') code = 0;
+    };
+    move_to(form, 300, 200);
+  }
+  HWND edit() const { return ::GetWindow(browse.window(), GW_CHILD); }
+  int button_x() { return client_size(browse.window()).cx - 5; }
+};
+
+TEST(BrowseWindow, ClickOnTheButton) {
+  BrowseWindow test;
+  move_to(test.browse.window(), test.button_x(), 8);
+  EXPECT_EQ(::GetCapture(), test.browse.window());
+  click();
+  EXPECT_EQ(test.log, "ControlClick OpenBrowse MouseUp ");
+  EXPECT_EQ(::GetCapture(), nullptr);
+}
+
+TEST(BrowseWindow, PressDraggedOntoTheFieldIsNoClick) {
+  BrowseWindow test;
+  move_to(test.browse.window(), test.button_x(), 8);
+  mouse(MOUSEEVENTF_LEFTDOWN);
+  move_to(test.browse.window(), 20, 8);
+  mouse(MOUSEEVENTF_LEFTUP);
+  EXPECT_EQ(test.log, "MouseUp ");
+}
+
+TEST(BrowseWindow, TypingChangesTheText) {
+  BrowseWindow test;
+  ::SetFocus(test.browse.window());
+  EXPECT_EQ(::GetFocus(), test.edit());
+  press_key('A');
+  EXPECT_EQ(test.log, "Change:a ");
+  EXPECT_EQ(test.browse->Text(), u"a");
+  press_key(VK_RETURN);
+  EXPECT_EQ(test.log, "Change:a Change:a ");
+  test.log.clear();
+  ::SendMessageA(test.edit(), WM_CHAR, '!', 0);
+  ::SendMessageA(test.edit(), WM_CHAR, '-', 0);
+  EXPECT_EQ(test.browse->Text(), u"a?");
+  press_key(VK_F4);
+  EXPECT_EQ(test.log, "Change:a? ControlClick OpenBrowse ");
+}
+
+TEST(BrowseWindow, FieldFollowsTheProperties) {
+  BrowseWindow test;
+  test.browse->Text(u"caf\u00e9");
+  char text[20];
+  ::GetWindowTextA(test.edit(), text, sizeof text);
+  EXPECT_EQ(wide(text), u"caf\u00e9");
+  EXPECT_EQ(test.log, "Change:caf\xe9 ");
+  test.browse->Locked(true);
+  EXPECT_FALSE(::IsWindowEnabled(test.edit()));
+  EXPECT_TRUE(::GetWindowLongA(test.edit(), GWL_STYLE) & ES_READONLY);
+  ::InvalidateRect(test.browse.window(), nullptr, FALSE);
+  pump();
+  EXPECT_TRUE(::IsWindowEnabled(test.edit()));
+  test.browse->MaxLength(3);
+  EXPECT_EQ(::SendMessageA(test.edit(), EM_GETLIMITTEXT, 0, 0), 3);
+  test.browse->BorderApperance(0);
+  EXPECT_EQ(client_size(test.browse.window()).cx, 200);
+}
+
+// A handler that lets go of the control, by its owner or by its form, in the middle of it all.
+TEST(ControlWindow, MayBeDestroyedInItsOwnEvents) {
+  for (const bool with_form : {false, true}) {
+    auto form = std::make_unique<Form>();
+    auto link = std::make_unique<ControlWindow<kelHyperLabel>>(*form, RECT{10, 10, 210, 40});
+    auto browse = std::make_unique<ControlWindow<kelBrowseButton>>(*form, RECT{10, 60, 210, 84});
+    const auto end = [&](auto& control) {
+      if (with_form) {
+        form = nullptr;
+      } else {
+        control = nullptr;
+      }
+    };
+    int browsed = 0;
+    int clicked = 0;
+    (*browse)->OpenBrowse = [&] { ++browsed, end(browse); };
+    (*link)->Click = [&] { ++clicked, end(link); };
+    if (!with_form) {
+      move_to(link->window(), 3, 3);
+      click();
+      EXPECT_EQ(clicked, 1);
+    }
+    move_to(browse->window(), client_size(browse->window()).cx - 5, 8);
+    click();
+    EXPECT_EQ(browsed, 1);
+    if (form) {
+      ::SetFocus(form->operator HWND());
+    }
+    pump();
+  }
+  const Form form;
+  auto browse = std::make_unique<ControlWindow<kelBrowseButton>>(form, RECT{10, 60, 210, 84});
+  (*browse)->ChangeText = [&](String&) { browse = nullptr; };
+  ::SendMessageA(::GetWindow(browse->window(), GW_CHILD), WM_CHAR, 'x', 0);
+  EXPECT_EQ(browse, nullptr);
+}
+
+TEST(WindowHost, DrawsWithoutAWindow) {
+  ControlSite site;
+  const auto host = WindowHost::create<kelBrowseButton>(site);
+  host->control().InitProperties();
+  host->place({0, 0, 120, 24});
+  const HDC context = ::CreateEnhMetaFileA(nullptr, nullptr, nullptr, nullptr);
+  host->draw(context, {0, 0, 120, 24});
+  const HENHMETAFILE file = ::CloseEnhMetaFile(context);
+  ENHMETAHEADER header{};
+  ::GetEnhMetaFileHeader(file, sizeof header, &header);
+  ::DeleteEnhMetaFile(file);
+  EXPECT_GT(header.nRecords, 10u);
+}
+
+const void* process_block() {
+#ifdef _WIN64
+  return reinterpret_cast<const void*>(__readgsqword(0x60));
+#else
+  return reinterpret_cast<const void*>(__readfsdword(0x30));
+#endif
+}
+
+/// The drawing objects of this process: the entries with a type in its table.
+int drawing_objects() {
+  const auto* process = reinterpret_cast<const char*>(process_block());
+  const char* table = *reinterpret_cast<const char* const*>(process + (sizeof(void*) == 8 ? 0xF8 : 0x94));
+  int count = 0;
+  for (int entry = 0; entry < 16384; ++entry) count += *reinterpret_cast<const WORD*>(table + entry * 24 + 14) != 0;
+  return count;
+}
+
+int windows_of_this_thread() {
+  int count = 0;
+  const auto counting = [](HWND, LPARAM counter) -> BOOL {
+    ++*reinterpret_cast<int*>(counter);
+    return TRUE;
+  };
+  ::EnumThreadWindows(::GetCurrentThreadId(), counting, reinterpret_cast<LPARAM>(&count));
+  ::EnumChildWindows(HWND_MESSAGE, counting, reinterpret_cast<LPARAM>(&count));
+  return count;
+}
+
+TEST(ControlWindow, LeavesNothingBehind) {
+  const Form form;
+  const auto round = [&] {
+    ControlWindow<kelLabel> label(form, {0, 0, 100, 30});
+    ControlWindow<kelHyperLabel> link(form, {0, 40, 100, 60});
+    ControlWindow<kelBrowseButton> browse(form, {0, 80, 100, 104});
+    label->Font({.size = 12});
+    pump();
+    move_to(link.window(), 3, 3);
+    click();
+    move_to(browse.window(), client_size(browse.window()).cx - 5, 8);
+    click();
+  };
+  for (int i = 0; i < 5; ++i) round();
+  const int objects = drawing_objects();
+  const int windows = windows_of_this_thread();
+  EXPECT_GT(objects, 0);
+  {
+    const GdiObject<HBRUSH> one_more(::CreateSolidBrush(1));
+    EXPECT_EQ(drawing_objects(), objects + 1);
+  }
+  for (int i = 0; i < 1000; ++i) round();
+  EXPECT_EQ(drawing_objects(), objects);
+  EXPECT_EQ(windows_of_this_thread(), windows);
+}
+
+}  // namespace
+}  // namespace tornby::windows
