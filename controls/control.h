@@ -42,6 +42,8 @@ struct Pointer {
   double y = 0;
 };
 
+enum class AccessibleRole { text, link, combo_box };
+
 class Control {
  public:
   explicit Control(ControlHost& host) : host_(&host) {}
@@ -79,6 +81,9 @@ class Control {
   virtual void activate() {}
   /// Whether the control itself, rather than an element in it or nothing at all, takes the keyboard.
   virtual bool takes_focus() const { return false; }
+  /// What a screen reader calls the control, and what kind of thing it says that it is.
+  virtual String accessible_name() const = 0;
+  virtual AccessibleRole accessible_role() const = 0;
 
  protected:
   ControlHost& host() const { return *host_; }

@@ -105,6 +105,8 @@ class kelBrowseButton final : public Control {
   void got_focus() override { paint(); }
   void lost_focus() override;
   void activate() override;
+  String accessible_name() const override { return host().display_name(); }
+  AccessibleRole accessible_role() const override { return AccessibleRole::combo_box; }
 
  private:
   enum Index : std::size_t;

@@ -74,6 +74,8 @@ class kelHyperLabel final : public Control {
   void key_down(Part part, std::int16_t& key_code, std::int16_t& shift) override;
   void activate() override { Click.raise(); }
   bool takes_focus() const override { return true; }
+  String accessible_name() const override { return label_->caption(); }
+  AccessibleRole accessible_role() const override { return AccessibleRole::link; }
 
  private:
   enum Index : std::size_t;

@@ -79,6 +79,8 @@ class kelLabel final : public Control {
   void resize() override;
   void mouse_down(Part part, std::int16_t button, Pointer at) override;
   void mouse_up(Part part, std::int16_t button, Pointer at) override;
+  String accessible_name() const override { return label_->caption(); }
+  AccessibleRole accessible_role() const override { return AccessibleRole::text; }
 
  private:
   enum Index : std::size_t;

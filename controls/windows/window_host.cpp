@@ -5,6 +5,7 @@
 #include <string>
 
 #include "base/runtime_error.h"
+#include "controls/windows/accessible.h"
 
 namespace tornby::windows {
 namespace {
@@ -476,6 +477,9 @@ LRESULT WindowHost::handle(HWND window, UINT message, WPARAM wparam, LPARAM lpar
         return reinterpret_cast<LRESULT>(edit_->colour(reinterpret_cast<HDC>(wparam)));
       }
       break;
+    case WM_GETOBJECT:
+      if (static_cast<LONG>(lparam) != OBJID_CLIENT || !window_) break;
+      return answer_accessible_request(shared_from_this(), wparam);
     case WM_SYSCOLORCHANGE:
       redraw();
       break;

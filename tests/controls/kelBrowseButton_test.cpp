@@ -32,7 +32,7 @@ struct ButtonOnHost {
     control.InitProperties();
     control.resize();
     host.edit->control = &control;
-    const auto number = [](std::int16_t value) { return " " + std::to_string(value); };
+    const auto number = [](std::int16_t value) { return std::string(1, ' ').append(std::to_string(value)); };
     control.KeyDown = [=, this](std::int16_t& code, std::int16_t&) { host.note("KeyDown" + number(code)); };
     control.KeyUp = [=, this](std::int16_t& code, std::int16_t&) { host.note("KeyUp" + number(code)); };
     control.KeyPress = [=, this](std::int16_t& code) { host.note("KeyPress" + number(code)); };

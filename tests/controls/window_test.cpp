@@ -10,6 +10,9 @@
 #include "controls/kelLabel.h"
 #include "controls/windows/window_host.h"
 
+#include <oleacc.h>
+#include <winternl.h>  // after windows.h
+
 namespace tornby::windows {
 namespace {
 
@@ -215,6 +218,29 @@ TEST(HyperLabelWindow, DynamicHeightFollowsTheText) {
   EXPECT_GT(client_size(test.link.window()).cy, several);
 }
 
+TEST(HyperLabelWindow, HasAnAccessibleNameRoleAndAction) {
+  ::CoInitialize(nullptr);
+  {
+    LinkWindow test;
+    void* found = nullptr;
+    ASSERT_EQ(::AccessibleObjectFromWindow(test.link.window(), OBJID_CLIENT, __uuidof(IAccessible), &found), S_OK);
+    auto* accessible = static_cast<IAccessible*>(found);
+    VARIANT self{};
+    self.vt = VT_I4;
+    BSTR name = nullptr;
+    EXPECT_EQ(accessible->get_accName(self, &name), S_OK);
+    EXPECT_STREQ(name, L"A link");
+    ::SysFreeString(name);
+    VARIANT role{};
+    EXPECT_EQ(accessible->get_accRole(self, &role), S_OK);
+    EXPECT_EQ(role.lVal, ROLE_SYSTEM_LINK);
+    EXPECT_EQ(accessible->accDoDefaultAction(self), S_OK);
+    EXPECT_EQ(test.log, "Click ");
+    accessible->Release();
+  }
+  ::CoUninitialize();
+}
+
 struct BrowseWindow {
   Form form;
   ControlWindow<kelBrowseButton> browse{form, {10, 10, 210, 34}};
@@ -241,6 +267,7 @@ TEST(BrowseWindow, ClickOnTheButton) {
   EXPECT_EQ(::GetCapture(), test.browse.window());
   click();
   EXPECT_EQ(test.log, "ControlClick OpenBrowse MouseUp ");
+  move_to(test.browse.window(), 20, 8);
   EXPECT_EQ(::GetCapture(), nullptr);
 }
 
@@ -341,30 +368,32 @@ TEST(WindowHost, DrawsWithoutAWindow) {
 }
 
 const void* process_block() {
-#ifdef _WIN64
-  return reinterpret_cast<const void*>(__readgsqword(0x60));
-#else
-  return reinterpret_cast<const void*>(__readfsdword(0x30));
-#endif
+  using Query = NTSTATUS(NTAPI*)(HANDLE, PROCESSINFOCLASS, void*, ULONG, ULONG*);
+  const auto query = reinterpret_cast<Query>(
+      reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleA("ntdll.dll"), "NtQueryInformationProcess")));
+  PROCESS_BASIC_INFORMATION information{};
+  query(::GetCurrentProcess(), ProcessBasicInformation, &information, sizeof information, nullptr);
+  return information.PebBaseAddress;
 }
 
 /// The drawing objects of this process: the entries with a type in its table.
 int drawing_objects() {
-  const auto* process = reinterpret_cast<const char*>(process_block());
+  const auto* process = static_cast<const char*>(process_block());
   const char* table = *reinterpret_cast<const char* const*>(process + (sizeof(void*) == 8 ? 0xF8 : 0x94));
   int count = 0;
   for (int entry = 0; entry < 16384; ++entry) count += *reinterpret_cast<const WORD*>(table + entry * 24 + 14) != 0;
   return count;
 }
 
+BOOL CALLBACK count_window(HWND, LPARAM counter) {
+  ++*reinterpret_cast<int*>(counter);
+  return TRUE;
+}
+
 int windows_of_this_thread() {
   int count = 0;
-  const auto counting = [](HWND, LPARAM counter) -> BOOL {
-    ++*reinterpret_cast<int*>(counter);
-    return TRUE;
-  };
-  ::EnumThreadWindows(::GetCurrentThreadId(), counting, reinterpret_cast<LPARAM>(&count));
-  ::EnumChildWindows(HWND_MESSAGE, counting, reinterpret_cast<LPARAM>(&count));
+  ::EnumThreadWindows(::GetCurrentThreadId(), count_window, reinterpret_cast<LPARAM>(&count));
+  ::EnumChildWindows(HWND_MESSAGE, count_window, reinterpret_cast<LPARAM>(&count));
   return count;
 }
 
