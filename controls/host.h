@@ -37,7 +37,7 @@ class ContainedElement {
 /// The glyphs of a browse button; how they look is the host's.
 enum class Glyph { browse, browse_greyed };
 
-/// A control's own window or area. What is drawn on it stays until it is cleared.
+/// A control's own window or area. What is drawn on it stays until it is cleared or has another size or border.
 class Surface {
  public:
   virtual ~Surface() = default;

@@ -122,7 +122,7 @@ void WindowEdit::create_window(HWND parent) {
   const DWORD style =
       WS_CHILD | WS_TABSTOP | ES_AUTOHSCROLL | (visible_ ? WS_VISIBLE : 0) | (enabled_ ? 0 : WS_DISABLED);
   window_ = ::CreateWindowExA(0, "EDIT", ansi(text_).c_str(), style, place.left, place.top, place.right - place.left,
-                              place.bottom - place.top, parent, nullptr, ::GetModuleHandleA(nullptr), nullptr);
+                              place.bottom - place.top, parent, nullptr, own_module(), nullptr);
   if (!window_) return;
   ::SetWindowLongPtrA(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
   original_ = reinterpret_cast<WNDPROC>(
@@ -291,7 +291,7 @@ LRESULT WindowEdit::handle(UINT message, WPARAM wparam, LPARAM lparam) {
 
 std::int32_t WindowDropDown::button_width() const {
   const HWND combo = ::CreateWindowExA(0, "COMBOBOX", "", WS_CHILD | CBS_DROPDOWN, 0, 0, 100, 100, HWND_MESSAGE,
-                                       nullptr, ::GetModuleHandleA(nullptr), nullptr);
+                                       nullptr, own_module(), nullptr);
   COMBOBOXINFO info{};
   info.cbSize = sizeof info;
   const bool known = combo && ::GetComboBoxInfo(combo, &info);

@@ -59,6 +59,13 @@ String wide(std::string_view text) {
   return native_code_page().decode(ByteView(reinterpret_cast<const std::uint8_t*>(text.data()), text.size()));
 }
 
+HINSTANCE own_module() {
+  HMODULE module = nullptr;
+  ::GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                       reinterpret_cast<const char*>(&own_module), &module);
+  return module;
+}
+
 // Three dots. The greyed ones have a light shadow.
 void draw_glyph(HDC context, Glyph glyph, int left, int top) {
   const auto draw_dots = [&](int offset, int color) {

@@ -86,6 +86,9 @@ inline RECT to_rect(const Rectangle& area) {
   return {area.left, area.top, area.right, area.bottom};
 }
 
+/// The program or DLL that this code is part of. Window classes belong to it, so that they end with it.
+HINSTANCE own_module();
+
 void draw_glyph(HDC context, Glyph glyph, int left, int top);
 constexpr int browse_glyph_height = 2;
 

@@ -54,7 +54,7 @@ void WindowHost::register_class() {
   WNDCLASSEXA description{};
   description.cbSize = sizeof description;
   description.lpfnWndProc = &WindowHost::procedure;
-  description.hInstance = ::GetModuleHandleA(nullptr);
+  description.hInstance = own_module();
   description.hCursor = ::LoadCursorA(nullptr, MAKEINTRESOURCEA(32512));
   description.lpszClassName = class_name;
   ::RegisterClassExA(&description);  // the second time it fails, and is not needed
@@ -67,7 +67,7 @@ void WindowHost::attach(HWND parent, const RECT& place) {
                       (control_->takes_focus() ? WS_TABSTOP : 0) | (border_style_ && appearance_ != 1 ? WS_BORDER : 0);
   const DWORD extended = (edit_ ? WS_EX_CONTROLPARENT : 0) | (border_style_ && appearance_ == 1 ? WS_EX_CLIENTEDGE : 0);
   window_ = ::CreateWindowExA(extended, class_name, "", style, place.left, place.top, size_.cx, size_.cy, parent,
-                              nullptr, ::GetModuleHandleA(nullptr), this);
+                              nullptr, own_module(), this);
   if (!window_) throw RuntimeError(StandardError::automation_error);
   update_dots_per_inch();
   if (edit_) edit_->create_window(window_);
@@ -78,7 +78,7 @@ void WindowHost::attach(HWND parent, const RECT& place) {
 void WindowHost::detach() {
   if (!window_) return;
   const HWND window = std::exchange(window_, nullptr);
-  captured_ = false;
+  if (std::exchange(captured_, false)) control_->capture_lost();
   if (edit_) edit_->forget_window();
   ::SetWindowLongPtrA(window, GWLP_USERDATA, 0);
   ::DestroyWindow(window);
@@ -492,7 +492,7 @@ LRESULT WindowHost::handle(HWND window, UINT message, WPARAM wparam, LPARAM lpar
       ::SetWindowLongPtrA(window, GWLP_USERDATA, 0);
       if (edit_) edit_->forget_window();
       window_ = nullptr;
-      captured_ = false;
+      if (std::exchange(captured_, false)) control_->capture_lost();
       break;
     default:
       break;

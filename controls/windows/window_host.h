@@ -1,7 +1,8 @@
 // A control as a real window, or drawn without one.
 //
 // ControlWindow is for a form: it makes the control and its child window, and takes both away. WindowHost is for a
-// container that creates the control first and gives it a window later, or never.
+// container that creates the control first and gives it a window later, or never. Event handlers run inside window
+// procedures, so no exception may leave them.
 #pragma once
 
 #include <memory>
@@ -54,8 +55,8 @@ class WindowHost final : public std::enable_shared_from_this<WindowHost>, privat
   SIZE size() const { return size_; }
   int dots_per_inch() const { return dots_per_inch_; }
 
-  /// Draws the whole control, border and edit field included, scaled into a rectangle of any device context, a metafile
-  /// too. It needs no window.
+  /// Draws the whole control, border and edit field included, scaled into a rectangle, in device units, of any device
+  /// context, a metafile too. It needs no window.
   void draw(HDC context, const RECT& area);
 
   /// Keeps the site alive as long as this object.
