@@ -397,6 +397,14 @@ int windows_of_this_thread() {
   return count;
 }
 
+/// By messages, which is faster than real input.
+void hover_and_click(HWND window, int x, int y) {
+  const LPARAM at = MAKELPARAM(x, y);
+  ::SendMessageA(window, WM_MOUSEMOVE, 0, at);
+  ::SendMessageA(window, WM_LBUTTONDOWN, MK_LBUTTON, at);
+  ::SendMessageA(window, WM_LBUTTONUP, 0, at);
+}
+
 TEST(ControlWindow, LeavesNothingBehind) {
   const Form form;
   const auto round = [&] {
@@ -405,10 +413,8 @@ TEST(ControlWindow, LeavesNothingBehind) {
     ControlWindow<kelBrowseButton> browse(form, {0, 80, 100, 104});
     label->Font({.size = 12});
     pump();
-    move_to(link.window(), 3, 3);
-    click();
-    move_to(browse.window(), client_size(browse.window()).cx - 5, 8);
-    click();
+    hover_and_click(link.window(), 3, 3);
+    hover_and_click(browse.window(), client_size(browse.window()).cx - 5, 8);
   };
   for (int i = 0; i < 5; ++i) round();
   const int objects = drawing_objects();
