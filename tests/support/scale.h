@@ -3,10 +3,10 @@
 
 namespace tornby::testing {
 
-/// `count`, but a fiftieth on Windows, whose tests run on a heap that is checked whole at every turn.
+/// `count`, but a hundredth on Windows, whose tests run on a heap that is checked whole at every turn.
 constexpr unsigned scaled(unsigned count) {
 #ifdef _WIN32
-  return count / 50;
+  return count / 100;
 #else
   return count;
 #endif
