@@ -11,7 +11,8 @@ namespace tornby::automation {
 
 namespace {
 
-#define TORNBY_CLASS(name, clsid, description) {L"" #name, L"" clsid, L"" description, create_##name},
+#define TORNBY_CLASS(name, clsid, description) {L"" #name, L"" clsid, L"" description, create_##name, false},
+#define TORNBY_CONTROL(name, clsid, description) {L"" #name, L"" clsid, L"" description, create_##name, true},
 constexpr ClassEntry table[] = {
 #include "automation/classes.inc"
 };

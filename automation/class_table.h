@@ -12,6 +12,7 @@ struct ClassEntry {
   const wchar_t* clsid;        // as in "{01234567-...}"
   const wchar_t* description;  // as registries and object browsers show it
   HRESULT (*create)(REFIID iid, void** object);
+  bool is_control;
 
   CLSID id() const;
 };

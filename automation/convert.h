@@ -46,6 +46,9 @@ inline void put(SHORT* out, std::int16_t value) {
 inline void put(SHORT* out, bool value) {
   *out = to_boolean(value);
 }
+inline void put(OLE_COLOR* out, std::uint32_t value) {
+  *out = value;
+}
 inline void put(BSTR* out, StringView value) {
   *out = to_bstr(value);
 }

@@ -96,6 +96,12 @@ std::int32_t OlePicture::height() const {
   return height;
 }
 
+void OlePicture::draw(HDC context, const RECT& area) const {
+  // A picture counts its rows from below.
+  picture_->Render(context, area.left, area.top, area.right - area.left, area.bottom - area.top, 0, height(), width(),
+                   -height(), nullptr);
+}
+
 PicturePointer wrap_picture(IUnknown* object) {
   if (!object) return nullptr;
   auto picture = query<IPicture>(object, IID_IPicture);

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "automation/com.h"
-#include "controls/values.h"
+#include "controls/windows/elements.h"
 
 namespace tornby::automation {
 
@@ -13,12 +13,13 @@ ComPtr<IFont> make_font(const Font& font);
 Font describe_font(IUnknown* font);
 
 /// A picture object, as the controls keep it.
-class OlePicture final : public Picture {
+class OlePicture final : public windows::DrawablePicture {
  public:
   explicit OlePicture(ComPtr<IPicture> picture) : picture_(std::move(picture)) {}
 
   std::int32_t width() const override;
   std::int32_t height() const override;
+  void draw(HDC context, const RECT& area) const override;
 
   const ComPtr<IPicture>& object() const { return picture_; }
 

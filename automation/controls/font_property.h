@@ -1,0 +1,36 @@
+// A control's font as an object that its users may change: Control.Font.Bold = True takes effect.
+#pragma once
+
+#include <functional>
+
+#include "automation/counted.h"
+#include "controls/values.h"
+
+namespace tornby::automation {
+
+class FontProperty {
+ public:
+  FontProperty(std::function<Font()> read, std::function<void(const Font&)> write);
+  ~FontProperty();
+  FontProperty(const FontProperty&) = delete;
+  FontProperty& operator=(const FontProperty&) = delete;
+
+  /// A font object that writes its changes back.
+  ComPtr<IFontDisp> object();
+
+  /// Takes the font that an object describes; the object itself is not kept. Raises 91 for null.
+  void assign(IUnknown* font);
+
+ private:
+  class Listener;
+
+  void let_go();
+
+  std::function<Font()> read_;
+  std::function<void(const Font&)> write_;
+  ComPtr<IFont> font_;
+  ComPtr<Listener> listener_;
+  DWORD cookie_ = 0;
+};
+
+}  // namespace tornby::automation

@@ -1,0 +1,111 @@
+#include "controls/kelBrowseButton.h"
+
+#include "automation/controls/control_object.h"
+#include "tornby_idl.h"
+
+namespace tornby::automation {
+namespace {
+
+class BrowseButtonObject final : public ControlObject<IkelBrowseButton, DkelBrowseButtonEvents, kelBrowseButton> {
+ public:
+  BrowseButtonObject() : ControlObject(L"Tornby.kelBrowseButton", CLSID_kelBrowseButton, control_status) {
+    control().KeyDown = raising_key(DISPID_KEYDOWN);
+    control().MouseUp = raising_number(1);
+    control().InfoClick = raising(2);
+    control().KeyUp = raising_key(DISPID_KEYUP);
+    control().ControlClick = raising(3);
+    control().DblClick = raising(DISPID_DBLCLICK);
+    control().Click = raising(DISPID_CLICK);
+    control().KeyPress = raising_number(DISPID_KEYPRESS);
+    control().ChangeText = raising_text(4);
+    control().OpenBrowse = raising(5);
+  }
+
+  STDMETHODIMP get_Text(BSTR* result) override {
+    return answer(result, [&] { return control().Text(); });
+  }
+  STDMETHODIMP put_Text(BSTR value) override {
+    return act([&] { control().Text(view(value)); });
+  }
+  STDMETHODIMP ShowAbout() override {
+    return act([&] { control().ShowAbout(); });
+  }
+  STDMETHODIMP get_Enabled(VARIANT_BOOL* result) override {
+    return answer(result, [&] { return control().Enabled(); });
+  }
+  STDMETHODIMP put_Enabled(VARIANT_BOOL value) override {
+    return act([&] { control().Enabled(from_boolean(value)); });
+  }
+  STDMETHODIMP get_BorderApperance(SHORT* result) override {
+    return answer(result, [&] { return control().BorderApperance(); });
+  }
+  STDMETHODIMP put_BorderApperance(SHORT value) override {
+    return act([&] { control().BorderApperance(value); });
+  }
+  STDMETHODIMP get_BackColor(OLE_COLOR* result) override {
+    return answer(result, [&] { return control().BackColor(); });
+  }
+  STDMETHODIMP put_BackColor(OLE_COLOR value) override {
+    return act([&] { control().BackColor(static_cast<Color>(value)); });
+  }
+  STDMETHODIMP get_Font(IFontDisp** result) override {
+    return answer(result, [&] { return font_.object(); });
+  }
+  STDMETHODIMP put_Font(IFontDisp* value) override {
+    return act([&] { font_.assign(value); });
+  }
+  STDMETHODIMP putref_Font(IFontDisp* value) override { return put_Font(value); }
+  STDMETHODIMP get_Locked(VARIANT_BOOL* result) override {
+    return answer(result, [&] { return control().Locked(); });
+  }
+  STDMETHODIMP put_Locked(VARIANT_BOOL value) override {
+    return act([&] { control().Locked(from_boolean(value)); });
+  }
+  STDMETHODIMP get_MaxLength(LONG* result) override {
+    return answer(result, [&] { return control().MaxLength(); });
+  }
+  STDMETHODIMP put_MaxLength(LONG value) override {
+    return act([&] { control().MaxLength(value); });
+  }
+  STDMETHODIMP get_ReadOnly(VARIANT_BOOL* result) override {
+    return answer(result, [&] { return control().ReadOnly(); });
+  }
+  STDMETHODIMP put_ReadOnly(VARIANT_BOOL value) override {
+    return act([&] { control().ReadOnly(from_boolean(value)); });
+  }
+  STDMETHODIMP get_Style(LONG* result) override {
+    return answer(result, [&] { return control().Style(); });
+  }
+  STDMETHODIMP put_Style(LONG value) override {
+    return act([&] { control().Style(value); });
+  }
+  STDMETHODIMP setOver() override {
+    return act([&] { control().setOver(); });
+  }
+  STDMETHODIMP setOut() override {
+    return act([&] { control().setOut(); });
+  }
+  STDMETHODIMP setDown() override {
+    return act([&] { control().setDown(); });
+  }
+  STDMETHODIMP InitialiseRect() override {
+    return act([&] { control().InitialiseRect(); });
+  }
+  STDMETHODIMP PaintButton() override {
+    return act([&] { control().PaintButton(); });
+  }
+  STDMETHODIMP DrawNormalFocus(VARIANT_BOOL down) override {
+    return act([&] { control().DrawNormalFocus(from_boolean(down)); });
+  }
+
+ private:
+  FontProperty font_{[this] { return control().Font(); }, [this](const Font& font) { control().Font(font); }};
+};
+
+}  // namespace
+
+HRESULT create_kelBrowseButton(REFIID iid, void** object) {
+  return create_object<BrowseButtonObject>(iid, object);
+}
+
+}  // namespace tornby::automation
