@@ -98,8 +98,19 @@ void* OleControl::find_ole_interface(REFIID iid) {
 /// A container that stores nothing may begin with any call.
 void OleControl::make_ready() {
   if (ready_) return;
-  ready_ = true;
   control().InitProperties();
+  ready_ = true;
+}
+
+/// Takes settings from a container, in place of what there was.
+template <class Read>
+HRESULT OleControl::take_settings(Read read) {
+  return run([&] {
+    ready_ = false;
+    read();
+    ready_ = true;
+    dirty_ = false;
+  });
 }
 
 bool OleControl::ambient(DISPID property, VARIANT* value) const {
@@ -127,6 +138,7 @@ String OleControl::display_name() const {
 }
 
 void OleControl::property_changed(StringView name) {
+  if (!ready_) return;  // settings on their way in are no change
   dirty_ = true;
   const DISPID id = property_id(name);
   property_notices().for_each<IPropertyNotifySink>([id](IPropertyNotifySink* sink) { sink->OnChanged(id); });
@@ -384,21 +396,12 @@ HRESULT OleControl::GetClassID(CLSID* clsid) {
 }
 
 HRESULT OleControl::InitNew() {
-  return run([&] {
-    ready_ = true;
-    control().InitProperties();
-    dirty_ = false;
-  });
+  return take_settings([&] { control().InitProperties(); });
 }
 
 HRESULT OleControl::Load(LPSTREAM stream) {
   if (!stream) return E_POINTER;
-  return run([&] {
-    const StreamBag bag = StreamBag::load(stream);
-    ready_ = true;
-    control().ReadProperties(bag);
-    dirty_ = false;
-  });
+  return take_settings([&] { control().ReadProperties(StreamBag::load(stream)); });
 }
 
 HRESULT OleControl::Save(LPSTREAM stream, BOOL clear_dirty) {
@@ -414,11 +417,7 @@ HRESULT OleControl::Save(LPSTREAM stream, BOOL clear_dirty) {
 
 HRESULT OleControl::Load(IPropertyBag* bag, IErrorLog* log) {
   if (!bag) return E_POINTER;
-  return run([&] {
-    ready_ = true;
-    control().ReadProperties(ContainerBag(bag, log));
-    dirty_ = false;
-  });
+  return take_settings([&] { control().ReadProperties(ContainerBag(bag, log)); });
 }
 
 HRESULT OleControl::Save(IPropertyBag* bag, BOOL clear_dirty, BOOL) {

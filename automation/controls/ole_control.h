@@ -140,6 +140,8 @@ class OleControl : public IOleObject,
   static RECT initial_place();
   Control& control() { return host_->control(); }
   void make_ready();
+  template <class Read>
+  HRESULT take_settings(Read read);
   bool ambient(DISPID property, VARIANT* value) const;
   Font ambient_font() const;
   String display_name() const;
