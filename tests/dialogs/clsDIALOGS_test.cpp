@@ -251,6 +251,52 @@ TEST(clsDIALOGS, AbortEndsRetryRepeatsIgnoreGoesOn) {
   }
 }
 
+/// Windows-1252, but the first text that a dialog gives cannot be taken in for want of memory.
+class FailingCodePage final : public AnsiCodePage {
+ public:
+  using AnsiCodePage::decode;
+  using AnsiCodePage::encode;
+  unsigned identifier() const override { return 1252; }
+  std::size_t bytes_per_unit() const override { return 1; }
+  std::size_t encode(StringView text, std::uint8_t* out) const override { return windows_1252().encode(text, out); }
+  std::size_t decode(ByteView bytes, char16_t* out) const override {
+    if (!std::exchange(failed_, true)) throw std::bad_alloc();
+    return windows_1252().decode(bytes, out);
+  }
+  unsigned code_of(char16_t character) const override { return windows_1252().code_of(character); }
+
+ private:
+  mutable bool failed_ = false;
+};
+
+TEST(clsDIALOGS, OnlyTheFailingStepIsRepeatedOrSkipped) {
+  const struct {
+    BoxAnswer answer;
+    const char* result;
+    const char* folder;  // of the last open
+    std::int32_t filter;
+    const char* initial_folder;
+  } cases[] = {
+      {BoxAnswer::retry, "C:\\d\\a", "C:\\d\\", 5, "C:\\d\\"},
+      {BoxAnswer::ignore, "", "C:\\App", 5, "C:\\App"},
+      {BoxAnswer::abort, "", "C:\\App", 1, "C:\\start"},
+  };
+  for (const auto& [answer, result, folder, filter, initial_folder] : cases) {
+    Script script;
+    const FailingCodePage code_page;
+    clsDIALOGS dialogs(script.dialogs, script.boxes, script.profiles, script.module, code_page);
+    script.answer_open("C:\\d\\a\0"s, 5);
+    script.boxes.answers = {answer};
+    dialogs.strInitialDir(u"C:\\start");
+    EXPECT_EQ(shown(dialogs.strGetOpenFileName()), result);
+    EXPECT_EQ(script.dialogs.calls, 1) << "the dialog is not shown again";
+    EXPECT_EQ(script.boxes.shown.size(), 1u);
+    EXPECT_EQ(shown(dialogs.strLastOpenFolder()), folder);
+    EXPECT_EQ(dialogs.lngLastOpenFilter(), filter);
+    EXPECT_EQ(shown(dialogs.strInitialDir()), initial_folder);
+  }
+}
+
 TEST(clsDIALOGS, WithoutMessagesARunTimeErrorEndsTheOperation) {
   for (const Asking& operation : asking) {
     Script script;

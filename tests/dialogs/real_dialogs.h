@@ -23,15 +23,11 @@ enum : int {
   font_style = 1137,
   font_size = 1138,
   font_color = 1139,
-  paper = 1137,
-  landscape = 1057,
   margin_left = 1155,
   margin_top = 1156,
   margin_right = 1157,
-  margin_bottom = 1158,
   box_text = 65535,
   about_text = 100,
-  further_text = 101,
   instruction = 14146,
 };
 
@@ -46,7 +42,7 @@ inline Answers::Answer type_name(const char* name) {
   };
 }
 
-/// An object that reads and writes no file, and three files to open. Around each test it is checked that the dialogs
+/// An object that writes no initialisation file, and three files to open. Around each test it is checked that the dialogs
 /// leave the current folder, COM and the message queue as they were.
 class RealDialogs : public ::testing::Test {
  protected:
