@@ -42,8 +42,8 @@ inline Answers::Answer type_name(const char* name) {
   };
 }
 
-/// An object that writes no initialisation file, and three files to open. Around each test it is checked that the dialogs
-/// leave the current folder, COM and the message queue as they were.
+/// An object that writes no initialisation file, and three files to open. Around each test it is checked that the
+/// dialogs leave the current folder, COM and the message queue as they were.
 class RealDialogs : public ::testing::Test {
  protected:
   RealDialogs() {
