@@ -12,9 +12,9 @@ constexpr std::array<std::uint8_t, 16> digit_of = {'0', '1', '2', '3', '4', '5',
 constexpr std::array<std::uint8_t, 256> value_of = [] {
   std::array<std::uint8_t, 256> values{};
   values.fill(no_digit);
-  for (std::uint8_t value = 0; value < digit_of.size(); ++value) {
-    values[digit_of[value]] = value;
-    if (value >= 10) values[digit_of[value] - 'A' + 'a'] = value;
+  for (std::size_t value = 0; value < digit_of.size(); ++value) {
+    values[digit_of[value]] = static_cast<std::uint8_t>(value);
+    if (value >= 10) values[digit_of[value] - 'A' + 'a'] = static_cast<std::uint8_t>(value);
   }
   return values;
 }();

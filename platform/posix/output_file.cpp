@@ -83,7 +83,8 @@ std::string follow_links(std::string name) {
     if (length < 0) return name;
     const std::string destination(buffer.data(), static_cast<std::size_t>(length));
     const std::size_t folder = destination.starts_with('/') ? 0 : name.rfind('/') + 1;
-    name = name.substr(0, folder) + destination;
+    name.resize(folder);
+    name += destination;
   }
   throw file_error(ELOOP);
 }

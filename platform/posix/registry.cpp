@@ -47,7 +47,7 @@ std::string data_home() {
   return base_folder("XDG_DATA_HOME", "/.local/share");
 }
 
-std::string below(std::string folder, const char* name) {
+std::string below(const std::string& folder, const char* name) {
   return folder.empty() ? folder : folder + name;
 }
 

@@ -58,7 +58,7 @@ class TagIndex {
   struct Entry {
     std::uint64_t hash;
     std::size_t place;
-    auto operator<=>(const Entry&) const = default;
+    auto operator<=>(const Entry&) const = default;  // NOLINT(modernize-use-nullptr): clang-tidy 14 mistakes its 0
   };
   std::vector<Entry> entries_;
 };
