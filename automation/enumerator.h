@@ -15,16 +15,6 @@ template <class Item>
 struct EnumeratorItem;
 
 template <>
-struct EnumeratorItem<VARIANT> {
-  using Kept = std::shared_ptr<OwnedVariant>;
-  static HRESULT copy(const Kept& kept, VARIANT* out) {
-    ::VariantInit(out);
-    return ::VariantCopy(out, kept->get());
-  }
-  static void free(VARIANT* item) { ::VariantClear(item); }
-};
-
-template <>
 struct EnumeratorItem<IConnectionPoint*> {
   using Kept = ComPtr<IConnectionPoint>;
   static HRESULT copy(const Kept& kept, IConnectionPoint** out) {
@@ -49,7 +39,7 @@ struct EnumeratorItem<CONNECTDATA> {
   static void free(CONNECTDATA* item) { item->pUnk->Release(); }
 };
 
-/// Implements IEnumVARIANT, IEnumConnections and the like.
+/// Implements IEnumConnections and the like.
 template <class Interface, class Item>
 class Enumerator final : public Counted<Interface> {
  public:
