@@ -81,7 +81,8 @@ class Control {
   virtual void activate() {}
   /// Whether the control itself, rather than an element in it or nothing at all, takes the keyboard.
   virtual bool takes_focus() const { return false; }
-  /// What a screen reader calls the control, and what kind of thing it says that it is.
+  /// What screen readers and dialogs call the control, a mnemonic marked with an ampersand, and what kind of thing it
+  /// is.
   virtual String accessible_name() const = 0;
   virtual AccessibleRole accessible_role() const = 0;
 

@@ -5,6 +5,7 @@
 #include <atomic>
 #include <string>
 
+#include "controls/mnemonic.h"
 #include "controls/windows/window_host.h"
 
 // Interfaces of the system have no virtual destructor: objects end by Release.
@@ -48,7 +49,7 @@ class Accessible final : public IAccessible {
   STDMETHODIMP get_accName(VARIANT child, BSTR* name) override {
     const auto host = host_.lock();
     if (!host || !is_self(child)) return standard_->get_accName(child, name);
-    *name = new_bstr(host->control().accessible_name());
+    *name = new_bstr(without_mnemonic(host->control().accessible_name()));
     return *name ? S_OK : E_OUTOFMEMORY;
   }
   STDMETHODIMP get_accRole(VARIANT child, VARIANT* role) override {
@@ -105,7 +106,11 @@ class Accessible final : public IAccessible {
     return standard_->get_accHelpTopic(file, child, topic);
   }
   STDMETHODIMP get_accKeyboardShortcut(VARIANT child, BSTR* key) override {
-    return standard_->get_accKeyboardShortcut(child, key);
+    const auto host = host_.lock();
+    const char16_t letter = host && is_self(child) ? mnemonic(host->control().accessible_name()) : u'\0';
+    if (!letter) return standard_->get_accKeyboardShortcut(child, key);
+    *key = new_bstr(String(u"Alt+") + letter);
+    return *key ? S_OK : E_OUTOFMEMORY;
   }
   STDMETHODIMP get_accFocus(VARIANT* child) override { return standard_->get_accFocus(child); }
   STDMETHODIMP get_accSelection(VARIANT* children) override { return standard_->get_accSelection(children); }

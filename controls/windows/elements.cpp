@@ -37,8 +37,11 @@ void WindowLabel::width(double value) {
 }
 
 void WindowLabel::caption(StringView value) {
-  set(caption_, String(value));
+  if (caption_ == value) return;
+  caption_ = value;
+  show_change();
   fit();
+  host_->caption_changed();
 }
 
 void WindowLabel::font(const Font& value) {
@@ -71,9 +74,8 @@ void WindowLabel::fit() {
   if (!auto_size_) return;
   const ScreenContext screen;
   const Selection font(screen, font_handle_.get());
-  const std::string text = caption_.empty() ? " " : ansi(caption_);
   RECT needed = {0, 0, word_wrap_ ? static_cast<LONG>(std::lround(width_)) : 0, 0};
-  ::DrawTextA(screen, text.data(), static_cast<int>(text.size()), &needed, format() | DT_CALCRECT);
+  draw_text(screen, caption_.empty() ? String(u" ") : caption_, needed, format() | DT_CALCRECT);
   if (!word_wrap_) set(width_, static_cast<double>(caption_.empty() ? 0 : needed.right));
   set(height_, static_cast<double>(needed.bottom));
 }
@@ -82,9 +84,8 @@ void WindowLabel::draw(HDC context) const {
   const Selection font(context, font_handle_.get());
   const int mode = ::SetBkMode(context, TRANSPARENT);
   const COLORREF color = ::SetTextColor(context, enabled_ ? resolved(fore_color_) : ::GetSysColor(COLOR_GRAYTEXT));
-  const std::string text = ansi(caption_);
   RECT place = area();
-  ::DrawTextA(context, text.data(), static_cast<int>(text.size()), &place, format());
+  draw_text(context, caption_, place, format());
   ::SetTextColor(context, color);
   ::SetBkMode(context, mode);
 }
@@ -121,22 +122,22 @@ void WindowEdit::create_window(HWND parent) {
   const RECT place = area();
   const DWORD style =
       WS_CHILD | WS_TABSTOP | ES_AUTOHSCROLL | (visible_ ? WS_VISIBLE : 0) | (enabled_ ? 0 : WS_DISABLED);
-  window_ = ::CreateWindowExA(0, "EDIT", ansi(text_).c_str(), style, place.left, place.top, place.right - place.left,
+  window_ = ::CreateWindowExW(0, L"EDIT", wide(text_), style, place.left, place.top, place.right - place.left,
                               place.bottom - place.top, parent, nullptr, own_module(), nullptr);
   if (!window_) return;
-  ::SetWindowLongPtrA(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+  ::SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
   original_ = reinterpret_cast<WNDPROC>(
-      ::SetWindowLongPtrA(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&WindowEdit::procedure)));
-  ::SendMessageA(window_, WM_SETFONT, reinterpret_cast<WPARAM>(font_handle_.get()), FALSE);
-  ::SendMessageA(window_, EM_SETREADONLY, locked_, 0);
-  ::SendMessageA(window_, EM_SETLIMITTEXT, static_cast<WPARAM>(max_length_), 0);
+      ::SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&WindowEdit::procedure)));
+  ::SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(font_handle_.get()), FALSE);
+  ::SendMessageW(window_, EM_SETREADONLY, locked_, 0);
+  ::SendMessageW(window_, EM_SETLIMITTEXT, static_cast<WPARAM>(max_length_), 0);
 }
 
 void WindowEdit::height(double value) {
   const ScreenContext screen;
   const Selection font(screen, font_handle_.get());
-  TEXTMETRICA metrics{};
-  ::GetTextMetricsA(screen, &metrics);
+  TEXTMETRICW metrics{};
+  ::GetTextMetricsW(screen, &metrics);
   WindowElement::height(std::max(value, static_cast<double>(metrics.tmHeight)));
 }
 
@@ -145,7 +146,7 @@ void WindowEdit::text(StringView value) {
   text_ = value;
   if (window_) {
     setting_text_ = true;
-    ::SetWindowTextA(window_, ansi(text_).c_str());
+    ::SetWindowTextW(window_, wide(text_));
     setting_text_ = false;
   }
   show_change();
@@ -154,9 +155,9 @@ void WindowEdit::text(StringView value) {
 
 bool WindowEdit::take_text() {
   if (setting_text_ || !window_) return false;
-  std::string text(static_cast<std::size_t>(::GetWindowTextLengthA(window_)) + 1, '\0');
-  text.resize(static_cast<std::size_t>(::GetWindowTextA(window_, text.data(), static_cast<int>(text.size()))));
-  String now = wide(text);
+  String now(static_cast<std::size_t>(::GetWindowTextLengthW(window_)) + 1, u'\0');
+  now.resize(static_cast<std::size_t>(
+      ::GetWindowTextW(window_, reinterpret_cast<wchar_t*>(now.data()), static_cast<int>(now.size()))));
   if (now == text_) return false;
   text_ = std::move(now);
   return true;
@@ -170,7 +171,7 @@ void WindowEdit::font(const Font& value) {
 
 void WindowEdit::dots_per_inch_changed() {
   GdiObject<HFONT> made = make_font(font_, host_->dots_per_inch());
-  if (window_) ::SendMessageA(window_, WM_SETFONT, reinterpret_cast<WPARAM>(made.get()), TRUE);
+  if (window_) ::SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(made.get()), TRUE);
   font_handle_ = std::move(made);
   show_change();
 }
@@ -188,12 +189,12 @@ void WindowEdit::enabled(bool value) {
 
 void WindowEdit::locked(bool value) {
   locked_ = value;
-  if (window_) ::SendMessageA(window_, EM_SETREADONLY, value, 0);
+  if (window_) ::SendMessageW(window_, EM_SETREADONLY, value, 0);
 }
 
 void WindowEdit::max_length(std::int32_t value) {
   max_length_ = value;
-  if (window_) ::SendMessageA(window_, EM_SETLIMITTEXT, static_cast<WPARAM>(value), 0);
+  if (window_) ::SendMessageW(window_, EM_SETLIMITTEXT, static_cast<WPARAM>(value), 0);
 }
 
 void WindowEdit::show_change() {
@@ -219,20 +220,19 @@ void WindowEdit::draw(HDC context) const {
   const Selection font(context, font_handle_.get());
   const int mode = ::SetBkMode(context, TRANSPARENT);
   const COLORREF color = ::SetTextColor(context, ::GetSysColor(enabled_ ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT));
-  const std::string text = ansi(text_);
-  ::DrawTextA(context, text.data(), static_cast<int>(text.size()), &place, DT_SINGLELINE | DT_NOPREFIX);
+  draw_text(context, text_, place, DT_SINGLELINE | DT_NOPREFIX);
   ::SetTextColor(context, color);
   ::SetBkMode(context, mode);
 }
 
 LRESULT CALLBACK WindowEdit::procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
-  auto* edit = reinterpret_cast<WindowEdit*>(::GetWindowLongPtrA(window, GWLP_USERDATA));
+  auto* edit = reinterpret_cast<WindowEdit*>(::GetWindowLongPtrW(window, GWLP_USERDATA));
   const auto host = edit->host_->weak_from_this().lock();
   const WNDPROC original = edit->original_;
-  if (!host || edit->window_ != window) return ::CallWindowProcA(original, window, message, wparam, lparam);
+  if (!host || edit->window_ != window) return ::CallWindowProcW(original, window, message, wparam, lparam);
   if (message == WM_NCDESTROY) {
     edit->forget_window();
-    return ::CallWindowProcA(original, window, message, wparam, lparam);
+    return ::CallWindowProcW(original, window, message, wparam, lparam);
   }
   return edit->handle(message, wparam, lparam);
 }
@@ -271,22 +271,30 @@ LRESULT WindowEdit::handle(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_KEYUP:
       control.key_up(Part::edit, key, shift);
       break;
-    case WM_CHAR:
+    case WM_CHAR: {
+      const std::int16_t typed = code_of(static_cast<char16_t>(wparam));
+      key = typed;
       control.key_press(Part::edit, key);
       if (key == 0 || key == key::enter) return 0;  // Enter would only beep
-      wparam = static_cast<WPARAM>(key);
+      if (key != typed) wparam = character_of(key);
       break;
+    }
+    case WM_GETDLGCODE: {
+      const auto* key_message = reinterpret_cast<const MSG*>(lparam);
+      if (key_message && key_message->wParam == VK_RETURN) return DLGC_WANTMESSAGE | DLGC_WANTCHARS;
+      break;
+    }
     case WM_SETFOCUS:
-      if (!host_->is_within(reinterpret_cast<HWND>(wparam))) control.got_focus();
+      host_->focus_arrives(reinterpret_cast<HWND>(wparam));
       break;
     case WM_KILLFOCUS:
-      if (!host_->is_within(reinterpret_cast<HWND>(wparam))) control.lost_focus();
+      host_->focus_leaves(reinterpret_cast<HWND>(wparam));
       break;
     default:
       break;
   }
   if (!::IsWindow(window)) return 0;
-  return ::CallWindowProcA(original_, window, message, wparam, lparam);
+  return ::CallWindowProcW(original_, window, message, wparam, lparam);
 }
 
 std::int32_t WindowDropDown::button_width() const {

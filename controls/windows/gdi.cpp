@@ -38,25 +38,34 @@ void fill(HDC context, const RECT& area, Color color) {
 }
 
 GdiObject<HFONT> make_font(const Font& font, int dots_per_inch) {
-  LOGFONTA description{};
+  LOGFONTW description{};
   description.lfHeight = -static_cast<LONG>(std::lround(font.size * dots_per_inch / 72));
   description.lfWeight = font.weight;
   description.lfItalic = font.italic;
   description.lfUnderline = font.underline;
   description.lfStrikeOut = font.strikeout;
   description.lfCharSet = static_cast<BYTE>(font.charset);
-  const std::string name = ansi(font.name);
-  name.copy(description.lfFaceName, LF_FACESIZE - 1);
-  return GdiObject<HFONT>(::CreateFontIndirectA(&description));
+  std::copy_n(font.name.begin(), std::min<std::size_t>(font.name.size(), LF_FACESIZE - 1), description.lfFaceName);
+  return GdiObject<HFONT>(::CreateFontIndirectW(&description));
 }
 
-std::string ansi(StringView text) {
-  const Bytes bytes = native_code_page().encode(text);
-  return std::string(bytes.begin(), bytes.end());
+void draw_text(HDC context, const String& text, RECT& area, UINT format) {
+  ::DrawTextW(context, wide(text), static_cast<int>(text.size()), &area, format);
 }
 
-String wide(std::string_view text) {
-  return native_code_page().decode(ByteView(reinterpret_cast<const std::uint8_t*>(text.data()), text.size()));
+std::int16_t code_of(char16_t character) {
+  const Bytes bytes = native_code_page().encode(StringView(&character, 1));
+  unsigned code = 0;
+  for (const std::uint8_t byte : bytes) code = code << 8 | byte;
+  return static_cast<std::int16_t>(code);
+}
+
+char16_t character_of(std::int16_t code) {
+  const auto high = static_cast<std::uint8_t>(code >> 8);
+  const auto low = static_cast<std::uint8_t>(code);
+  const Bytes bytes = high ? Bytes{high, low} : Bytes{low};
+  const String text = native_code_page().decode(bytes);
+  return text.empty() ? u'\0' : text[0];
 }
 
 HINSTANCE own_module() {

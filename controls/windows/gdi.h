@@ -78,9 +78,17 @@ void fill(HDC context, const RECT& area, Color color);
 
 GdiObject<HFONT> make_font(const Font& font, int dots_per_inch);
 
-/// The text in the bytes of the ANSI code page.
-std::string ansi(StringView text);
-String wide(std::string_view text);
+/// As DrawText, whose flags `format` are; it may change `area`.
+void draw_text(HDC context, const String& text, RECT& area, UINT format);
+
+/// The text as system functions take it.
+inline const wchar_t* wide(const String& text) {
+  return reinterpret_cast<const wchar_t*>(text.c_str());
+}
+
+/// A typed character as key events report it: its code in the ANSI code page, of two bytes where it has two.
+std::int16_t code_of(char16_t character);
+char16_t character_of(std::int16_t code);
 
 inline RECT to_rect(const Rectangle& area) {
   return {area.left, area.top, area.right, area.bottom};

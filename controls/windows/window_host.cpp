@@ -10,7 +10,7 @@
 namespace tornby::windows {
 namespace {
 
-constexpr char class_name[] = "TornbyControl";
+constexpr wchar_t class_name[] = L"TornbyControl";
 constexpr UINT dots_per_inch_changed_message = 0x02E3;  // WM_DPICHANGED_AFTERPARENT, of later systems
 
 class ContainedWindow final : public ContainedElement {
@@ -51,13 +51,13 @@ WindowHost::~WindowHost() {
 }
 
 void WindowHost::register_class() {
-  WNDCLASSEXA description{};
+  WNDCLASSEXW description{};
   description.cbSize = sizeof description;
   description.lpfnWndProc = &WindowHost::procedure;
   description.hInstance = own_module();
   description.hCursor = ::LoadCursorA(nullptr, MAKEINTRESOURCEA(32512));
   description.lpszClassName = class_name;
-  ::RegisterClassExA(&description);  // the second time it fails, and is not needed
+  ::RegisterClassExW(&description);  // the second time it fails, and is not needed
 }
 
 void WindowHost::attach(HWND parent, const RECT& place) {
@@ -66,7 +66,7 @@ void WindowHost::attach(HWND parent, const RECT& place) {
   const DWORD style = WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS | WS_VISIBLE | (enabled_ ? 0 : WS_DISABLED) |
                       (control_->takes_focus() ? WS_TABSTOP : 0) | (border_style_ && appearance_ != 1 ? WS_BORDER : 0);
   const DWORD extended = (edit_ ? WS_EX_CONTROLPARENT : 0) | (border_style_ && appearance_ == 1 ? WS_EX_CLIENTEDGE : 0);
-  window_ = ::CreateWindowExA(extended, class_name, "", style, place.left, place.top, size_.cx, size_.cy, parent,
+  window_ = ::CreateWindowExW(extended, class_name, L"", style, place.left, place.top, size_.cx, size_.cy, parent,
                               nullptr, own_module(), this);
   if (!window_) throw RuntimeError(StandardError::automation_error);
   update_dots_per_inch();
@@ -80,7 +80,7 @@ void WindowHost::detach() {
   const HWND window = std::exchange(window_, nullptr);
   if (std::exchange(captured_, false)) control_->capture_lost();
   if (edit_) edit_->forget_window();
-  ::SetWindowLongPtrA(window, GWLP_USERDATA, 0);
+  ::SetWindowLongPtrW(window, GWLP_USERDATA, 0);
   ::DestroyWindow(window);
 }
 
@@ -116,7 +116,7 @@ int WindowHost::border_width() const {
 Rectangle WindowHost::client_rectangle() const {
   RECT client = {0, 0, std::max<LONG>(0, size_.cx - 2 * border_width()),
                  std::max<LONG>(0, size_.cy - 2 * border_width())};
-  if (window_) ::GetClientRect(window_, &client);
+  if (window_) noted([&] { ::GetClientRect(window_, &client); });
   return {0, 0, client.right, client.bottom};
 }
 
@@ -157,8 +157,8 @@ void WindowHost::update_frame() {
     const bool deep = border_style_ && appearance_ == 1;
     const bool line = border_style_ && !deep;
     const auto change = [this](int index, LONG bit, bool on) {
-      const LONG now = ::GetWindowLongA(window_, index);
-      ::SetWindowLongA(window_, index, on ? now | bit : now & ~bit);
+      const LONG now = ::GetWindowLongW(window_, index);
+      ::SetWindowLongW(window_, index, on ? now | bit : now & ~bit);
     };
     change(GWL_STYLE, WS_BORDER, line);
     change(GWL_EXSTYLE, WS_EX_CLIENTEDGE, deep);
@@ -173,8 +173,8 @@ double WindowHost::text_height(StringView text) const {
   const ScreenContext screen;
   const GdiObject<HFONT> font = make_font(font_, dots_per_inch_);
   const Selection selection(screen, font.get());
-  TEXTMETRICA metrics{};
-  ::GetTextMetricsA(screen, &metrics);
+  TEXTMETRICW metrics{};
+  ::GetTextMetricsW(screen, &metrics);
   return static_cast<double>(metrics.tmHeight * (1 + std::count(text.begin(), text.end(), u'\n')));
 }
 
@@ -208,17 +208,17 @@ void WindowHost::draw_glyph(Glyph glyph, double left, double top) {
 void WindowHost::set_capture() {
   if (!window_) return;
   captured_ = true;
-  ::SetCapture(window_);
+  noted([&] { ::SetCapture(window_); });
 }
 
 void WindowHost::release_capture() {
   captured_ = false;
-  if (window_ && ::GetCapture() == window_) ::ReleaseCapture();
+  if (window_ && ::GetCapture() == window_) noted([] { ::ReleaseCapture(); });
 }
 
 void WindowHost::show_hand() {
   hand_ = true;
-  ::SetCursor(::LoadCursorA(nullptr, MAKEINTRESOURCEA(32649)));
+  noted([] { ::SetCursor(::LoadCursorA(nullptr, MAKEINTRESOURCEA(32649))); });
 }
 
 std::vector<ContainedElement*> WindowHost::contained_elements() {
@@ -261,6 +261,36 @@ bool WindowHost::is_within(HWND other) const {
   return window_ && other && (other == window_ || ::IsChild(window_, other));
 }
 
+void WindowHost::focus_arrives(HWND from) {
+  redraw();
+  if (is_within(from)) return;
+  control_->got_focus();
+  site_->focus_changed(true);
+}
+
+void WindowHost::focus_leaves(HWND to) {
+  redraw();
+  if (is_within(to)) return;
+  control_->lost_focus();
+  site_->focus_changed(false);
+}
+
+/// What a dialog may do with the keyboard while the control has it, and with the control's mnemonic.
+LRESULT WindowHost::dialog_code(const MSG* key) const {
+  if (!control_->takes_focus()) return edit_ ? 0 : DLGC_STATIC;
+  const bool clicks = key && (key->wParam == VK_RETURN || key->wParam == VK_SPACE);
+  return DLGC_BUTTON | (clicks ? DLGC_WANTMESSAGE : 0);
+}
+
+LRESULT WindowHost::copy_name(wchar_t* target, std::size_t capacity) const {
+  if (capacity == 0) return 0;
+  const String name = control_->accessible_name();
+  const std::size_t length = std::min(name.size(), capacity - 1);
+  std::copy_n(name.begin(), length, target);
+  target[length] = L'\0';
+  return static_cast<LRESULT>(length);
+}
+
 void WindowHost::redraw() {
   if (window_ && !painting_) ::InvalidateRect(window_, nullptr, FALSE);
 }
@@ -280,16 +310,17 @@ void WindowHost::paint(HDC context) {
   const Rectangle client = client_rectangle();
   fill(context, to_rect(client), back_color_);
   struct Painter {
+    const WindowHost& host;
     HDC context;
     void operator()(const FocusRectangle& frame) const {
       const RECT area = to_rect(frame.area);
       ::SetTextColor(context, 0);
       ::SetBkColor(context, 0xFFFFFF);
-      ::DrawFocusRect(context, &area);
+      host.noted([&] { ::DrawFocusRect(context, &area); });
     }
     void operator()(const Edge& edge) const {
       RECT area = to_rect(edge.area);
-      ::DrawEdge(context, &area, edge.edge, edge.flags);
+      host.noted([&] { ::DrawEdge(context, &area, edge.edge, edge.flags); });
     }
     void operator()(const Box& box) const {
       const RECT area = {box.outline.left, box.outline.top, box.outline.right + 1, box.outline.bottom + 1};
@@ -300,11 +331,11 @@ void WindowHost::paint(HDC context) {
       windows::draw_glyph(context, placed.glyph, placed.left, placed.top);
     }
   };
-  for (const Drawing& drawing : drawings_) std::visit(Painter{context}, drawing);
+  for (const Drawing& drawing : drawings_) std::visit(Painter{*this, context}, drawing);
   for (const Drawn* element : drawn_) {
     if (element->shows()) element->draw(context);
   }
-  if (window_ && control_->takes_focus() && ::GetFocus() == window_) Painter{context}(FocusRectangle{client});
+  if (window_ && control_->takes_focus() && ::GetFocus() == window_) Painter{*this, context}(FocusRectangle{client});
 }
 
 void WindowHost::paint_window(HWND window) {
@@ -348,14 +379,15 @@ void WindowHost::draw(HDC context, const RECT& area) {
 
 LRESULT CALLBACK WindowHost::procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
   if (message == WM_NCCREATE) {
-    auto* made = static_cast<WindowHost*>(reinterpret_cast<CREATESTRUCTA*>(lparam)->lpCreateParams);
-    ::SetWindowLongPtrA(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(made));
+    auto* made = static_cast<WindowHost*>(reinterpret_cast<CREATESTRUCTW*>(lparam)->lpCreateParams);
+    ::SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(made));
   }
-  auto* known = reinterpret_cast<WindowHost*>(::GetWindowLongPtrA(window, GWLP_USERDATA));
+  auto* known = reinterpret_cast<WindowHost*>(::GetWindowLongPtrW(window, GWLP_USERDATA));
   // The reference holds the control while it works, whatever the form does in an event.
   const std::shared_ptr<WindowHost> host = known ? known->weak_from_this().lock() : nullptr;
-  if (!host) return ::DefWindowProcA(window, message, wparam, lparam);
-  return host->handle(window, message, wparam, lparam);
+  if (!host) return ::DefWindowProcW(window, message, wparam, lparam);
+  const auto handle = [&] { return host->handle(window, message, wparam, lparam); };
+  return host->site_->filter(window, message, wparam, lparam, std::ref(handle));
 }
 
 void WindowHost::handle_pointer(UINT message, WPARAM wparam, LPARAM lparam) {
@@ -448,22 +480,24 @@ LRESULT WindowHost::handle(HWND window, UINT message, WPARAM wparam, LPARAM lpar
     case WM_KEYUP:
       if (handle_key(message, wparam, lparam)) return 0;
       break;
-    case WM_GETDLGCODE: {
-      const auto* key_message = reinterpret_cast<const MSG*>(lparam);
-      const bool clicks = key_message && (key_message->wParam == VK_RETURN || key_message->wParam == VK_SPACE);
-      return control_->takes_focus() && clicks ? DLGC_WANTMESSAGE : 0;
-    }
+    case WM_GETDLGCODE:
+      return dialog_code(reinterpret_cast<const MSG*>(lparam));
+    case WM_GETTEXTLENGTH:
+      return static_cast<LRESULT>(control_->accessible_name().size());
+    case WM_GETTEXT:
+      return copy_name(reinterpret_cast<wchar_t*>(lparam), wparam);
+    case BM_CLICK:
+      control_->activate();
+      return 0;
     case WM_SETFOCUS:
       if (edit_ && edit_->enabled() && edit_->window()) {
         ::SetFocus(edit_->window());
         return 0;
       }
-      if (!is_within(reinterpret_cast<HWND>(wparam))) control_->got_focus();
-      redraw();
+      focus_arrives(reinterpret_cast<HWND>(wparam));
       return 0;
     case WM_KILLFOCUS:
-      if (!is_within(reinterpret_cast<HWND>(wparam))) control_->lost_focus();
-      redraw();
+      focus_leaves(reinterpret_cast<HWND>(wparam));
       return 0;
     case WM_COMMAND:
       if (edit_ && reinterpret_cast<HWND>(lparam) == edit_->window() && HIWORD(wparam) == EN_CHANGE) {
@@ -489,7 +523,7 @@ LRESULT WindowHost::handle(HWND window, UINT message, WPARAM wparam, LPARAM lpar
       size_changed(size_);
       return 0;
     case WM_NCDESTROY:
-      ::SetWindowLongPtrA(window, GWLP_USERDATA, 0);
+      ::SetWindowLongPtrW(window, GWLP_USERDATA, 0);
       if (edit_) edit_->forget_window();
       window_ = nullptr;
       if (std::exchange(captured_, false)) control_->capture_lost();
@@ -497,7 +531,7 @@ LRESULT WindowHost::handle(HWND window, UINT message, WPARAM wparam, LPARAM lpar
     default:
       break;
   }
-  return ::DefWindowProcA(window, message, wparam, lparam);
+  return ::DefWindowProcW(window, message, wparam, lparam);
 }
 
 }  // namespace tornby::windows

@@ -5,6 +5,7 @@
 // procedures, so no exception may leave them.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <utility>
 #include <variant>
@@ -24,6 +25,14 @@ class ControlSite {
   /// The control wants another outer size, in pixels. True: the site decides, and calls WindowHost::place. False: the
   /// control takes the size.
   virtual bool takes_size_request(SIZE /*wanted*/) { return false; }
+  /// The control is called differently now, and may have another mnemonic.
+  virtual void caption_changed() {}
+  /// The keyboard came to the control, or has left it.
+  virtual void focus_changed(bool /*here*/) {}
+  /// A message to the control's window. `handle` lets the control handle it and gives its answer.
+  virtual LRESULT filter(HWND /*window*/, UINT /*message*/, WPARAM, LPARAM, const std::function<LRESULT()>& handle) {
+    return handle();
+  }
 };
 
 class WindowHost final : public std::enable_shared_from_this<WindowHost>, private ControlHost, private Surface {
@@ -54,6 +63,8 @@ class WindowHost final : public std::enable_shared_from_this<WindowHost>, privat
   /// The outer size in pixels.
   SIZE size() const { return size_; }
   int dots_per_inch() const { return dots_per_inch_; }
+  /// The system's last-error value after its latest drawing, capture or pointer call for the control; 0 for none.
+  DWORD last_error() const { return last_error_; }
 
   /// Draws the whole control, border and edit field included, scaled into a rectangle, in device units, of any device
   /// context, a metafile too. It needs no window.
@@ -68,8 +79,10 @@ class WindowHost final : public std::enable_shared_from_this<WindowHost>, privat
   void remove(Drawn& element);
   void text_changed();
   void set_edit(WindowEdit* edit) { edit_ = edit; }
-  /// For the elements: whether the focus goes from or to a window outside the control.
-  bool is_within(HWND other) const;
+  void caption_changed() { site_->caption_changed(); }
+  /// For the edit field: the keyboard comes from, or goes to, that window.
+  void focus_arrives(HWND from);
+  void focus_leaves(HWND to);
 
  private:
   struct FocusRectangle {
@@ -140,6 +153,16 @@ class WindowHost final : public std::enable_shared_from_this<WindowHost>, privat
   static void register_class();
   static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
   LRESULT handle(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
+  LRESULT dialog_code(const MSG* key) const;
+  LRESULT copy_name(wchar_t* target, std::size_t capacity) const;
+  bool is_within(HWND other) const;
+  /// Makes a system call whose last-error value is kept.
+  template <class Call>
+  void noted(Call call) const {
+    ::SetLastError(0);
+    call();
+    last_error_ = ::GetLastError();
+  }
   void handle_pointer(UINT message, WPARAM wparam, LPARAM lparam);
   bool handle_key(UINT message, WPARAM wparam, LPARAM lparam);
   void paint_window(HWND window);
@@ -171,6 +194,7 @@ class WindowHost final : public std::enable_shared_from_this<WindowHost>, privat
   bool captured_ = false;
   bool hand_ = false;
   bool painting_ = false;
+  mutable DWORD last_error_ = 0;
 };
 
 /// A control of class C in a child window, for as long as this object lives. It may be destroyed inside an event of its

@@ -1,4 +1,5 @@
 #include "controls/values.h"
+#include "controls/mnemonic.h"
 
 #include <gtest/gtest.h>
 
@@ -38,6 +39,26 @@ TEST(PropertyValue, ComparesNumbersOfDifferentKinds) {
   EXPECT_TRUE(equal_values(Font(), Font()));
   EXPECT_FALSE(equal_values(Font(), Font{.italic = true}));
   EXPECT_TRUE(equal_values(PicturePointer(), PicturePointer()));
+}
+
+TEST(Mnemonic, IsTheFirstMarkedLetter) {
+  const struct {
+    const char16_t* caption;
+    char16_t letter;
+    const char16_t* plain;
+  } cases[] = {
+      {u"", 0, u""},
+      {u"Name", 0, u"Name"},
+      {u"&Name", u'N', u"Name"},
+      {u"A && B", 0, u"A & B"},
+      {u"&&&Name", u'N', u"&Name"},
+      {u"Save & E&xit", u'x', u"Save  Exit"},
+      {u"End&", 0, u"End"},
+  };
+  for (const auto& [caption, letter, plain] : cases) {
+    EXPECT_EQ(mnemonic(caption), letter);
+    EXPECT_EQ(without_mnemonic(caption), plain);
+  }
 }
 
 }  // namespace

@@ -26,8 +26,8 @@ void pump() {
 
 class Form {
  public:
-  Form()
-      : window_(::CreateWindowExA(WS_EX_TOPMOST, "STATIC", "form", WS_POPUP | WS_VISIBLE, 50, 50, 400, 300, nullptr,
+  explicit Form(const char* kind = "STATIC")
+      : window_(::CreateWindowExA(WS_EX_TOPMOST, kind, "form", WS_POPUP | WS_VISIBLE, 50, 50, 400, 300, nullptr,
                                   nullptr, nullptr, nullptr)) {
     ::SetForegroundWindow(window_);
     pump();
@@ -159,7 +159,7 @@ TEST(LabelWindow, RightButtonInforms) {
 }
 
 struct LinkWindow {
-  Form form;
+  Form form{"#32770"};  // a dialog
   ControlWindow<kelHyperLabel> link{form, {10, 10, 210, 40}};
   std::string log;
 
@@ -205,6 +205,28 @@ TEST(HyperLabelWindow, EnterAndSpaceClick) {
   EXPECT_EQ(test.log, "Click Click ");
 }
 
+// A dialog moves the keyboard by the mnemonics that it finds in its windows' texts.
+TEST(HyperLabelWindow, MnemonicsWorkInADialog) {
+  LinkWindow test;
+  ControlWindow<kelLabel> label(test.form, {10, 50, 210, 70});
+  ControlWindow<kelBrowseButton> browse(test.form, {10, 80, 210, 104});
+  test.link->Caption(u"A && B &link \u0416");
+  label->Caption(u"&File");
+  wchar_t text[40];
+  EXPECT_EQ(::GetWindowTextW(test.link.window(), text, 40), 14);
+  EXPECT_STREQ(text, L"A && B &link \u0416");
+  EXPECT_EQ(::GetWindowTextW(test.link.window(), text, 4), 3);
+  EXPECT_STREQ(text, L"A &");
+  const auto type = [&](wchar_t letter) {
+    MSG message{test.form, WM_SYSCHAR, letter, 1 << 29, 0, {}};
+    ::IsDialogMessageW(test.form, &message);
+  };
+  type(L'f');
+  EXPECT_EQ(::GetFocus(), ::GetWindow(browse.window(), GW_CHILD));
+  type(L'l');
+  EXPECT_EQ(test.log, "Click ");
+}
+
 TEST(HyperLabelWindow, DynamicHeightFollowsTheText) {
   LinkWindow test;
   const LONG line = client_size(test.link.window()).cy;
@@ -241,6 +263,13 @@ TEST(HyperLabelWindow, HasAnAccessibleNameRoleAndAction) {
   ::CoUninitialize();
 }
 
+/// The characters of ASCII; others as question marks.
+std::string narrow(StringView text) {
+  std::string result;
+  for (const char16_t unit : text) result += unit < 0x80 ? static_cast<char>(unit) : '?';
+  return result;
+}
+
 struct BrowseWindow {
   Form form;
   ControlWindow<kelBrowseButton> browse{form, {10, 10, 210, 34}};
@@ -250,7 +279,7 @@ struct BrowseWindow {
     browse->ControlClick = [this] { log += "ControlClick "; };
     browse->OpenBrowse = [this] { log += "OpenBrowse "; };
     browse->MouseUp = [this](std::int16_t&) { log += "MouseUp "; };
-    browse->ChangeText = [this](String& text) { log += "Change:" + ansi(text) + " "; };
+    browse->ChangeText = [this](String& text) { log += "Change:" + narrow(text) + " "; };
     browse->KeyPress = [this](std::int16_t& code) {
       if (code == '!') code = '?';
       if (code == '-') code = 0;
@@ -290,20 +319,22 @@ TEST(BrowseWindow, TypingChangesTheText) {
   press_key(VK_RETURN);
   EXPECT_EQ(test.log, "Change:a Change:a ");
   test.log.clear();
-  ::SendMessageA(test.edit(), WM_CHAR, '!', 0);
-  ::SendMessageA(test.edit(), WM_CHAR, '-', 0);
-  EXPECT_EQ(test.browse->Text(), u"a?");
+  for (const wchar_t character : L"!-\u0416") {
+    if (character) ::SendMessageW(test.edit(), WM_CHAR, character, 0);
+  }
+  EXPECT_EQ(test.browse->Text(), u"a?\u0416") << "what has no code comes through, unless a handler changes it";
   press_key(VK_F4);
-  EXPECT_EQ(test.log, "Change:a? ControlClick OpenBrowse ");
+  EXPECT_EQ(test.log, "Change:a? Change:a?? ControlClick OpenBrowse ");
 }
 
 TEST(BrowseWindow, FieldFollowsTheProperties) {
   BrowseWindow test;
   test.browse->Text(u"caf\u00e9");
-  char text[20];
-  ::GetWindowTextA(test.edit(), text, sizeof text);
-  EXPECT_EQ(wide(text), u"caf\u00e9");
-  EXPECT_EQ(test.log, "Change:caf\xe9 ");
+  test.browse->Text(u"caf\u00e9 \u0416");
+  wchar_t text[20];
+  ::GetWindowTextW(test.edit(), text, 20);
+  EXPECT_STREQ(text, L"caf\u00e9 \u0416");
+  EXPECT_EQ(test.log, "Change:caf? Change:caf? ? ");
   test.browse->Locked(true);
   EXPECT_FALSE(::IsWindowEnabled(test.edit()));
   EXPECT_TRUE(::GetWindowLongA(test.edit(), GWL_STYLE) & ES_READONLY);
