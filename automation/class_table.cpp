@@ -1,5 +1,7 @@
 #include "automation/class_table.h"
 
+#include <initializer_list>
+
 #include "automation/error_edge.h"
 
 namespace tornby::automation {
@@ -11,8 +13,25 @@ namespace tornby::automation {
 
 namespace {
 
-#define TORNBY_CLASS(name, clsid, description) {L"" #name, L"" clsid, L"" description, create_##name, false},
-#define TORNBY_CONTROL(name, clsid, description) {L"" #name, L"" clsid, L"" description, create_##name, true},
+// The names that manifests give to the OLEMISC bits.
+constexpr DWORD recomposeonresize = OLEMISC_RECOMPOSEONRESIZE;
+constexpr DWORD cantlinkinside = OLEMISC_CANTLINKINSIDE;
+constexpr DWORD insideout = OLEMISC_INSIDEOUT;
+constexpr DWORD activatewhenvisible = OLEMISC_ACTIVATEWHENVISIBLE;
+constexpr DWORD actslikelabel = OLEMISC_ACTSLIKELABEL;
+constexpr DWORD nouiactivate = OLEMISC_NOUIACTIVATE;
+constexpr DWORD simpleframe = OLEMISC_SIMPLEFRAME;
+constexpr DWORD setclientsitefirst = OLEMISC_SETCLIENTSITEFIRST;
+
+constexpr DWORD sum(std::initializer_list<DWORD> bits) {
+  DWORD result = 0;
+  for (const DWORD bit : bits) result |= bit;
+  return result;
+}
+
+#define TORNBY_CLASS(name, clsid, description) {L"" #name, L"" clsid, L"" description, create_##name},
+#define TORNBY_CONTROL(name, clsid, description, picture, ...) \
+  {L"" #name, L"" clsid, L"" description, create_##name, picture, sum({__VA_ARGS__})},
 constexpr ClassEntry table[] = {
 #include "automation/classes.inc"
 };

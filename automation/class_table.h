@@ -12,7 +12,10 @@ struct ClassEntry {
   const wchar_t* clsid;        // as in "{01234567-...}"
   const wchar_t* description;  // as registries and object browsers show it
   HRESULT (*create)(REFIID iid, void** object);
-  bool is_control;
+  int toolbox_picture = 0;  // a bitmap's resource number; 0 for a class that is no control
+  DWORD misc_status = 0;    // OLEMISC bits: how containers treat the control
+
+  bool is_control() const { return toolbox_picture != 0; }
 
   CLSID id() const;
 };

@@ -3,7 +3,6 @@
 #include <string>
 
 #include "automation/class_table.h"
-#include "automation/controls/misc_status.h"
 #include "automation/error_edge.h"
 #include "automation/module.h"
 #include "automation/registry_key.h"
@@ -65,9 +64,10 @@ void register_class(HKEY root, const ClassEntry& entry, const std::wstring& dll,
   key.add(L"Programmable");
   key.add(L"TypeLib", library.id());
   key.add(L"Version", library.version());
-  if (entry.is_control) {
+  if (entry.is_control()) {
     key.add(L"Control");
-    key.add(L"MiscStatus", L"0").add(L"1", std::to_wstring(control_status));  // 1 is DVASPECT_CONTENT
+    key.add(L"MiscStatus", L"0").add(L"1", std::to_wstring(entry.misc_status));  // 1 is DVASPECT_CONTENT
+    key.add(L"ToolboxBitmap32", dll + L", " + std::to_wstring(entry.toolbox_picture));
   }
 
   const RegistryKey current = RegistryKey::create(root, classes_path + prog_id(entry));

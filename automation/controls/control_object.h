@@ -4,7 +4,6 @@
 #include <array>
 
 #include "automation/controls/font_property.h"
-#include "automation/controls/misc_status.h"
 #include "automation/controls/ole_control.h"
 #include "automation/controls/ole_values.h"
 #include "automation/dispatch_object.h"
@@ -40,8 +39,8 @@ class ControlObject : public DispatchObject<Interface, IConnectionPointContainer
   using Base = DispatchObject<Interface, IConnectionPointContainer, OleControl>;
 
  public:
-  ControlObject(const wchar_t* source, REFCLSID clsid, DWORD misc_status) : Base(source, clsid, __uuidof(Events)) {
-    this->template start<C>(clsid, misc_status);
+  ControlObject(const wchar_t* source, REFCLSID clsid) : Base(source, clsid, __uuidof(Events)) {
+    this->template start<C>(clsid);
   }
 
   HRESULT STDMETHODCALLTYPE EnumConnectionPoints(IEnumConnectionPoints** points) override {
@@ -52,7 +51,13 @@ class ControlObject : public DispatchObject<Interface, IConnectionPointContainer
   }
 
  protected:
-  C& control() { return this->host().template control_as<C>(); }
+  C& control() {
+    this->make_ready();
+    return control_as_made();
+  }
+  /// As it is before it has any settings; its events can be connected.
+  C& control_as_made() { return this->host().template control_as<C>(); }
+  std::int32_t last_error() { return static_cast<std::int32_t>(this->host().last_error()); }
 
   /// Raises an event, unless the container has frozen them.
   template <class... Arguments>

@@ -8,17 +8,17 @@ namespace {
 
 class BrowseButtonObject final : public ControlObject<IkelBrowseButton, DkelBrowseButtonEvents, kelBrowseButton> {
  public:
-  BrowseButtonObject() : ControlObject(L"Tornby.kelBrowseButton", CLSID_kelBrowseButton, control_status) {
-    control().KeyDown = raising_key(DISPID_KEYDOWN);
-    control().MouseUp = raising_number(1);
-    control().InfoClick = raising(2);
-    control().KeyUp = raising_key(DISPID_KEYUP);
-    control().ControlClick = raising(3);
-    control().DblClick = raising(DISPID_DBLCLICK);
-    control().Click = raising(DISPID_CLICK);
-    control().KeyPress = raising_number(DISPID_KEYPRESS);
-    control().ChangeText = raising_text(4);
-    control().OpenBrowse = raising(5);
+  BrowseButtonObject() : ControlObject(L"Tornby.kelBrowseButton", CLSID_kelBrowseButton) {
+    control_as_made().KeyDown = raising_key(DISPID_KEYDOWN);
+    control_as_made().MouseUp = raising_number(1);
+    control_as_made().InfoClick = raising(2);
+    control_as_made().KeyUp = raising_key(DISPID_KEYUP);
+    control_as_made().ControlClick = raising(3);
+    control_as_made().DblClick = raising(DISPID_DBLCLICK);
+    control_as_made().Click = raising(DISPID_CLICK);
+    control_as_made().KeyPress = raising_number(DISPID_KEYPRESS);
+    control_as_made().ChangeText = raising_text(4);
+    control_as_made().OpenBrowse = raising(5);
   }
 
   STDMETHODIMP get_Text(BSTR* result) override {
@@ -96,6 +96,9 @@ class BrowseButtonObject final : public ControlObject<IkelBrowseButton, DkelBrow
   }
   STDMETHODIMP DrawNormalFocus(VARIANT_BOOL down) override {
     return act([&] { control().DrawNormalFocus(from_boolean(down)); });
+  }
+  STDMETHODIMP get_LastDllError(LONG* result) override {
+    return answer(result, [&] { return last_error(); });
   }
 
  private:

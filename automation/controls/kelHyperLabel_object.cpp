@@ -8,10 +8,10 @@ namespace {
 
 class HyperLabelObject final : public ControlObject<IkelHyperLabel, DkelHyperLabelEvents, kelHyperLabel> {
  public:
-  HyperLabelObject() : ControlObject(L"Tornby.kelHyperLabel", CLSID_kelHyperLabel, control_status) {
-    control().InfoClick = raising(1);
-    control().MouseUp = raising_number(2);
-    control().Click = raising(DISPID_CLICK);
+  HyperLabelObject() : ControlObject(L"Tornby.kelHyperLabel", CLSID_kelHyperLabel) {
+    control_as_made().InfoClick = raising(1);
+    control_as_made().MouseUp = raising_number(2);
+    control_as_made().Click = raising(DISPID_CLICK);
   }
 
   STDMETHODIMP get_UseDynamicHeight(VARIANT_BOOL* result) override {
@@ -73,6 +73,9 @@ class HyperLabelObject final : public ControlObject<IkelHyperLabel, DkelHyperLab
     return act([&] { control().Picture(wrap_picture(value)); });
   }
   STDMETHODIMP putref_Picture(IPictureDisp* value) override { return put_Picture(value); }
+  STDMETHODIMP get_LastDllError(LONG* result) override {
+    return answer(result, [&] { return last_error(); });
+  }
 
  private:
   FontProperty font_{[this] { return control().Font(); }, [this](const Font& font) { control().Font(font); }};

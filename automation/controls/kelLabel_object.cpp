@@ -8,9 +8,9 @@ namespace {
 
 class LabelObject final : public ControlObject<IkelLabel, DkelLabelEvents, kelLabel> {
  public:
-  LabelObject() : ControlObject(L"Tornby.kelLabel", CLSID_kelLabel, control_status) {
-    control().InfoClick = raising(1);
-    control().MouseUp = raising_number(2);
+  LabelObject() : ControlObject(L"Tornby.kelLabel", CLSID_kelLabel) {
+    control_as_made().InfoClick = raising(1);
+    control_as_made().MouseUp = raising_number(2);
   }
 
   STDMETHODIMP ShowAbout() override {
@@ -91,6 +91,9 @@ class LabelObject final : public ControlObject<IkelLabel, DkelLabelEvents, kelLa
   }
   STDMETHODIMP put_UseBorderLines(VARIANT_BOOL value) override {
     return act([&] { control().UseBorderLines(from_boolean(value)); });
+  }
+  STDMETHODIMP get_LastDllError(LONG* result) override {
+    return answer(result, [&] { return last_error(); });
   }
 
  private:

@@ -6,6 +6,7 @@
 #include "automation/controls/storage.h"
 #include "automation/convert.h"
 #include "automation/error_edge.h"
+#include "controls/mnemonic.h"
 
 namespace tornby::automation {
 namespace {
@@ -25,6 +26,18 @@ LONG to_pixels(LONG himetric, int dots_per_inch) {
 template <class Action>
 HRESULT run(Action&& action) {
   return guarded(IID_IOleObject, source, action);
+}
+
+/// Shows only what of `place` lies in `visible`. Some containers have nothing to say and give an empty rectangle.
+void clip(HWND window, const RECT& place, const RECT& visible) {
+  RECT shown = {};
+  ::IntersectRect(&shown, &place, &visible);
+  HRGN region = nullptr;
+  if (!::IsRectEmpty(&visible) && !::EqualRect(&shown, &place)) {
+    ::OffsetRect(&shown, -place.left, -place.top);
+    region = ::CreateRectRgnIndirect(&shown);
+  }
+  ::SetWindowRgn(window, region, TRUE);  // the window owns the region from here on
 }
 
 /// A picture of the control, as large as the control, in memory.
@@ -95,22 +108,21 @@ void* OleControl::find_ole_interface(REFIID iid) {
   return nullptr;
 }
 
-/// A container that stores nothing may begin with any call.
 void OleControl::make_ready() {
-  if (ready_) return;
+  if (settings_ != Settings::none) return;
+  settings_ = Settings::on_their_way;
   control().InitProperties();
-  ready_ = true;
+  settings_ = Settings::there;
 }
 
 /// Takes settings from a container, in place of what there was.
 template <class Read>
 HRESULT OleControl::take_settings(Read read) {
-  return run([&] {
-    ready_ = false;
-    read();
-    ready_ = true;
-    dirty_ = false;
-  });
+  settings_ = Settings::on_their_way;
+  const HRESULT result = run(read);
+  settings_ = Settings::there;
+  if (SUCCEEDED(result)) dirty_ = false;
+  return result;
 }
 
 bool OleControl::ambient(DISPID property, VARIANT* value) const {
@@ -138,7 +150,7 @@ String OleControl::display_name() const {
 }
 
 void OleControl::property_changed(StringView name) {
-  if (!ready_) return;  // settings on their way in are no change
+  if (settings_ != Settings::there) return;
   dirty_ = true;
   const DISPID id = property_id(name);
   property_notices().for_each<IPropertyNotifySink>([id](IPropertyNotifySink* sink) { sink->OnChanged(id); });
@@ -163,12 +175,44 @@ bool OleControl::request_size(SIZE wanted) {
   return in_place_site_->OnPosRectChange(&place) == S_OK;
 }
 
+void OleControl::caption_changed() {
+  if (!host_) return;  // the control is being made
+  const bool another = accelerators_.set(mnemonic(control().accessible_name()));
+  if (another && control_site_) control_site_->OnControlInfoChanged();
+}
+
+/// The user, or the program, gave the control the keyboard without asking the container.
+void OleControl::focus_changed(bool here) {
+  const ComPtr<IUnknown> alive(identity());
+  if (here) run([&] { activate_interface(); });
+  if (control_site_) control_site_->OnFocus(here);
+}
+
+/// The container hears of each message first, and again afterwards: some of them concern the controls inside.
+LRESULT OleControl::filter(HWND window, UINT message, WPARAM wparam, LPARAM lparam,
+                           const std::function<LRESULT()>& handle) {
+  if (!frame_site_) return handle();
+  const ComPtr<IUnknown> alive(identity());
+  const ComPtr<ISimpleFrameSite> site = frame_site_;
+  LRESULT result = 0;
+  DWORD cookie = 0;
+  if (site->PreMessageFilter(window, message, wparam, lparam, &result, &cookie) == S_FALSE) return result;
+  result = handle();
+  site->PostMessageFilter(window, message, wparam, lparam, &result, cookie);
+  return result;
+}
+
 HRESULT OleControl::SetClientSite(IOleClientSite* site) {
   return run([&] {
     if (!site) InPlaceDeactivate();
     site_ = ComPtr<IOleClientSite>(site);
     ambients_ = ComPtr<IDispatch>();
-    if (site) site->QueryInterface(IID_IDispatch, ambients_.out_void());
+    control_site_ = ComPtr<IOleControlSite>();
+    frame_site_ = ComPtr<ISimpleFrameSite>();
+    if (!site) return;
+    site->QueryInterface(IID_IDispatch, ambients_.out_void());
+    site->QueryInterface(IID_IOleControlSite, control_site_.out_void());
+    if (has(OLEMISC_SIMPLEFRAME)) site->QueryInterface(IID_ISimpleFrameSite, frame_site_.out_void());
   });
 }
 
@@ -238,6 +282,7 @@ void OleControl::activate_in_place() {
     RECT visible = {};
     check(site->GetWindowContext(frame_.out(), document.out(), &place, &visible, &frame_info));
     host_->attach(parent, place);
+    clip(host_->window(), place, visible);
   } catch (...) {
     InPlaceDeactivate();
     throw;
@@ -246,10 +291,13 @@ void OleControl::activate_in_place() {
 }
 
 void OleControl::activate_interface() {
-  if (interface_active_ || !in_place_site_) return;
-  check(in_place_site_->OnUIActivate());
+  if (interface_active_ || !in_place_site_ || has(OLEMISC_NOUIACTIVATE)) return;
   interface_active_ = true;
-  if (host_->window()) ::SetFocus(host_->window());
+  if (const HRESULT result = in_place_site_->OnUIActivate(); FAILED(result)) {
+    interface_active_ = false;
+    throw ComError(result);
+  }
+  if (host_->window() && !host_->has_focus()) ::SetFocus(host_->window());
   if (!frame_) return;
   frame_->SetActiveObject(this, nullptr);
   frame_->SetBorderSpace(nullptr);
@@ -333,6 +381,15 @@ HRESULT OleControl::GetMiscStatus(DWORD aspect, DWORD* status) {
   return S_OK;
 }
 
+HRESULT OleControl::GetControlInfo(CONTROLINFO* info) {
+  if (!info) return E_POINTER;
+  if (info->cb < sizeof *info) return E_INVALIDARG;
+  info->hAccel = accelerators_.table();
+  info->cAccel = accelerators_.count();
+  info->dwFlags = has(OLEMISC_NOUIACTIVATE) ? 0 : CTRLINFO_EATS_RETURN;
+  return S_OK;
+}
+
 HRESULT OleControl::OnMnemonic(MSG*) {
   const ComPtr<IUnknown> alive(identity());
   return run([&] { control().activate(); });
@@ -356,10 +413,26 @@ HRESULT OleControl::GetWindow(HWND* window) {
   return *window ? S_OK : E_FAIL;
 }
 
-HRESULT OleControl::SetObjectRects(LPCRECT place, LPCRECT) {
+HRESULT OleControl::SetObjectRects(LPCRECT place, LPCRECT visible) {
   if (!place) return E_POINTER;
   if (!in_place_site_) return E_UNEXPECTED;
-  return run([&] { host_->place(*place); });
+  return run([&] {
+    host_->place(*place);
+    clip(host_->window(), *place, visible ? *visible : *place);
+  });
+}
+
+HRESULT OleControl::TranslateAccelerator(LPMSG message) {
+  if (!message) return E_POINTER;
+  const ComPtr<IUnknown> alive(identity());
+  if (host_->wants_key(*message)) {
+    ::TranslateMessage(message);
+    ::DispatchMessageW(message);
+    return S_OK;
+  }
+  if (!control_site_) return S_FALSE;
+  const auto keys = static_cast<DWORD>(windows::shift_state());  // as in KEYMODIFIERS
+  return control_site_->TranslateAccelerator(message, keys) == S_OK ? S_OK : S_FALSE;
 }
 
 HRESULT OleControl::Draw(DWORD aspect, LONG, void*, DVTARGETDEVICE*, HDC, HDC context, LPCRECTL area, LPCRECTL,

@@ -4,9 +4,12 @@
 // survives being deactivated twice, or closed inside its own event.
 #pragma once
 
+#include <functional>
 #include <memory>
 
+#include "automation/class_table.h"
 #include "automation/connection_point.h"
+#include "automation/controls/accelerators.h"
 #include "automation/counted.h"
 #include "controls/windows/window_host.h"
 
@@ -48,7 +51,7 @@ class OleControl : public IOleObject,
   HRESULT STDMETHODCALLTYPE SetColorScheme(LOGPALETTE*) override { return E_NOTIMPL; }
 
   // IOleControl
-  HRESULT STDMETHODCALLTYPE GetControlInfo(CONTROLINFO*) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE GetControlInfo(CONTROLINFO* info) override;
   HRESULT STDMETHODCALLTYPE OnMnemonic(MSG* message) override;
   HRESULT STDMETHODCALLTYPE OnAmbientPropertyChange(DISPID property) override;
   HRESULT STDMETHODCALLTYPE FreezeEvents(BOOL freeze) override;
@@ -60,7 +63,7 @@ class OleControl : public IOleObject,
   HRESULT STDMETHODCALLTYPE UIDeactivate() override;
   HRESULT STDMETHODCALLTYPE SetObjectRects(LPCRECT place, LPCRECT visible) override;
   HRESULT STDMETHODCALLTYPE ReactivateAndUndo() override { return INPLACE_E_NOTUNDOABLE; }
-  HRESULT STDMETHODCALLTYPE TranslateAccelerator(LPMSG) override { return S_FALSE; }
+  HRESULT STDMETHODCALLTYPE TranslateAccelerator(LPMSG message) override;
   HRESULT STDMETHODCALLTYPE OnFrameWindowActivate(BOOL) override { return S_OK; }
   HRESULT STDMETHODCALLTYPE OnDocWindowActivate(BOOL) override { return S_OK; }
   HRESULT STDMETHODCALLTYPE ResizeBorder(LPCRECT, IOleInPlaceUIWindow*, BOOL) override { return S_OK; }
@@ -95,11 +98,14 @@ class OleControl : public IOleObject,
   OleControl() = default;
   virtual ~OleControl();
 
-  /// To be called first: makes a control of class C. `misc_status` are the OLEMISC bits.
+  /// A container that stores nothing may begin with any call: the control has its start values then.
+  void make_ready();
+
+  /// To be called first: makes a control of class C.
   template <class C>
-  void start(REFCLSID clsid, DWORD misc_status) {
+  void start(REFCLSID clsid) {
     clsid_ = &clsid;
-    misc_status_ = misc_status;
+    misc_status_ = find_class(clsid)->misc_status;
     link_ = std::make_shared<SiteLink>(*this);
     host_ = windows::WindowHost::create<C>(*link_);
     host_->keep_until_gone(link_);
@@ -132,6 +138,16 @@ class OleControl : public IOleObject,
     Font ambient_font() const override { return owner_ ? owner_->ambient_font() : Font(); }
     String display_name() const override { return owner_ ? owner_->display_name() : String(); }
     bool takes_size_request(SIZE wanted) override { return owner_ && owner_->request_size(wanted); }
+    void caption_changed() override {
+      if (owner_) owner_->caption_changed();
+    }
+    void focus_changed(bool here) override {
+      if (owner_) owner_->focus_changed(here);
+    }
+    LRESULT filter(HWND window, UINT message, WPARAM wparam, LPARAM lparam,
+                   const std::function<LRESULT()>& handle) override {
+      return owner_ ? owner_->filter(window, message, wparam, lparam, handle) : handle();
+    }
 
    private:
     OleControl* owner_;
@@ -139,7 +155,6 @@ class OleControl : public IOleObject,
 
   static RECT initial_place();
   Control& control() { return host_->control(); }
-  void make_ready();
   template <class Read>
   HRESULT take_settings(Read read);
   bool ambient(DISPID property, VARIANT* value) const;
@@ -147,6 +162,10 @@ class OleControl : public IOleObject,
   String display_name() const;
   void property_changed(StringView name);
   bool request_size(SIZE wanted);
+  void caption_changed();
+  void focus_changed(bool here);
+  LRESULT filter(HWND window, UINT message, WPARAM wparam, LPARAM lparam, const std::function<LRESULT()>& handle);
+  bool has(DWORD status) const { return (misc_status_ & status) != 0; }
   void activate_in_place();
   void activate_interface();
   void view_changed();
@@ -157,14 +176,18 @@ class OleControl : public IOleObject,
   std::shared_ptr<windows::WindowHost> host_;
   ComPtr<IOleClientSite> site_;
   ComPtr<IDispatch> ambients_;
+  ComPtr<IOleControlSite> control_site_;
+  ComPtr<ISimpleFrameSite> frame_site_;    // for a control that others are placed in
   ComPtr<IOleInPlaceSite> in_place_site_;  // while active in place
   ComPtr<IOleInPlaceFrame> frame_;
   ComPtr<IOleAdviseHolder> advises_;
   ComPtr<IAdviseSink> view_sink_;
   DWORD view_sink_aspects_ = 0;
   DWORD view_sink_flags_ = 0;
+  Accelerators accelerators_;
   bool interface_active_ = false;
-  bool ready_ = false;  // it has got its settings, new or stored
+  enum class Settings { none, on_their_way, there };
+  Settings settings_ = Settings::none;
   bool dirty_ = false;
   int freezes_ = 0;
 };

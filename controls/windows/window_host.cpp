@@ -87,7 +87,7 @@ void WindowHost::detach() {
 void WindowHost::place(const RECT& place) {
   const SIZE size = {place.right - place.left, place.bottom - place.top};
   if (window_) ::SetWindowPos(window_, nullptr, place.left, place.top, size.cx, size.cy, SWP_NOZORDER | SWP_NOACTIVATE);
-  size_changed(size);
+  size_changed(window_ ? window_size() : size);
 }
 
 void WindowHost::request_size(SIZE wanted) {
@@ -95,7 +95,14 @@ void WindowHost::request_size(SIZE wanted) {
   if (window_) {
     ::SetWindowPos(window_, nullptr, 0, 0, wanted.cx, wanted.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
   }
-  size_changed(wanted);
+  size_changed(window_ ? window_size() : wanted);
+}
+
+/// The layout that a change of size leads to may have changed it once more.
+SIZE WindowHost::window_size() const {
+  RECT outer = {};
+  ::GetWindowRect(window_, &outer);
+  return {outer.right - outer.left, outer.bottom - outer.top};
 }
 
 void WindowHost::size_changed(SIZE size) {
@@ -282,6 +289,26 @@ LRESULT WindowHost::dialog_code(const MSG* key) const {
   return DLGC_BUTTON | (clicks ? DLGC_WANTMESSAGE : 0);
 }
 
+bool WindowHost::wants_key(MSG& message) const {
+  if ((message.message != WM_KEYDOWN && message.message != WM_SYSKEYDOWN) || !is_within(message.hwnd)) return false;
+  const LRESULT wanted =
+      ::SendMessageW(message.hwnd, WM_GETDLGCODE, message.wParam, reinterpret_cast<LPARAM>(&message));
+  switch (message.wParam) {
+    case VK_LEFT:
+    case VK_UP:
+    case VK_RIGHT:
+    case VK_DOWN:
+      return (wanted & (DLGC_WANTARROWS | DLGC_WANTALLKEYS)) != 0;
+    case VK_HOME:
+    case VK_END:
+    case VK_BACK:
+    case VK_DELETE:
+      return (wanted & (DLGC_HASSETSEL | DLGC_WANTALLKEYS)) != 0;
+    default:
+      return (wanted & DLGC_WANTALLKEYS) != 0;
+  }
+}
+
 LRESULT WindowHost::copy_name(wchar_t* target, std::size_t capacity) const {
   if (capacity == 0) return 0;
   const String name = control_->accessible_name();
@@ -448,12 +475,9 @@ LRESULT WindowHost::handle(HWND window, UINT message, WPARAM wparam, LPARAM lpar
     case WM_PAINT:
       paint_window(window);
       return 0;
-    case WM_SIZE: {
-      RECT outer;
-      ::GetWindowRect(window, &outer);
-      if (window_) size_changed({outer.right - outer.left, outer.bottom - outer.top});
+    case WM_SIZE:
+      if (window_) size_changed(window_size());
       return 0;
-    }
     case WM_LBUTTONDOWN:
       if (control_->takes_focus()) ::SetFocus(window);
       [[fallthrough]];
@@ -490,11 +514,8 @@ LRESULT WindowHost::handle(HWND window, UINT message, WPARAM wparam, LPARAM lpar
       control_->activate();
       return 0;
     case WM_SETFOCUS:
-      if (edit_ && edit_->enabled() && edit_->window()) {
-        ::SetFocus(edit_->window());
-        return 0;
-      }
       focus_arrives(reinterpret_cast<HWND>(wparam));
+      if (edit_ && edit_->enabled() && edit_->window()) ::SetFocus(edit_->window());
       return 0;
     case WM_KILLFOCUS:
       focus_leaves(reinterpret_cast<HWND>(wparam));

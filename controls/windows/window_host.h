@@ -58,6 +58,10 @@ class WindowHost final : public std::enable_shared_from_this<WindowHost>, privat
   /// Takes the window away. The control lives on, without one; also inside its own event.
   void detach();
   HWND window() const { return window_; }
+  bool has_focus() const { return is_within(::GetFocus()); }
+  /// Whether a key message to one of the control's windows is for the control, even where a dialog has a use for the
+  /// key.
+  bool wants_key(MSG& message) const;
   /// Moves the window, if there is one, and gives the control that outer size.
   void place(const RECT& place);
   /// The outer size in pixels.
@@ -170,6 +174,7 @@ class WindowHost final : public std::enable_shared_from_this<WindowHost>, privat
   void add_drawing(const Drawing& drawing);
   void request_size(SIZE wanted);
   void size_changed(SIZE size);
+  SIZE window_size() const;
   void update_dots_per_inch();
   void update_frame();
   int border_width() const;

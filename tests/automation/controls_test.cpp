@@ -1,112 +1,12 @@
-// The ActiveX controls in a container that states which calls it expects.
+// What the ActiveX controls do whether they are in place or not: notices, settings, drawing, ambient properties.
 #include <gtest/gtest.h>
 
-#include "fake_container.h"
+#include "placed_control.h"
 
 namespace tornby {
 namespace {
 
-using testing::Bstr;
-using testing::ComPtr;
-using testing::FakeBag;
-using testing::FakeContainer;
-using testing::FakeSink;
-using testing::OwnedVariant;
-using testing::Server;
-
-template <class Interface, class Object>
-ComPtr<Interface> as(const Object& object) {
-  ComPtr<Interface> answer;
-  EXPECT_EQ(object->QueryInterface(__uuidof(Interface), answer.out_void()), S_OK);
-  return answer;
-}
-
-/// Connects a sink to one outgoing interface for as long as it lives.
-class Connection {
- public:
-  template <class Object>
-  Connection(const Object& object, REFIID iid, IUnknown* sink) {
-    EXPECT_EQ(as<IConnectionPointContainer>(object)->FindConnectionPoint(iid, point_.out()), S_OK);
-    EXPECT_EQ(point_->Advise(sink, &cookie_), S_OK);
-  }
-  ~Connection() { leave(); }
-  Connection(const Connection&) = delete;
-  Connection& operator=(const Connection&) = delete;
-
-  void leave() {
-    if (point_) point_->Unadvise(cookie_);
-    point_ = ComPtr<IConnectionPoint>();
-  }
-
- private:
-  ComPtr<IConnectionPoint> point_;
-  DWORD cookie_ = 0;
-};
-
-/// A control in a container, active in place.
-template <class Interface>
-struct Placed {
-  Placed(const Server& server, REFCLSID clsid, FakeContainer& place)
-      : container(place), control(server.create<Interface>(clsid)) {
-    object = as<IOleObject>(control);
-    in_place = as<IOleInPlaceObject>(control);
-    container.active = in_place.get();
-    EXPECT_EQ(as<IPersistStreamInit>(control)->InitNew(), S_OK);
-    EXPECT_EQ(object->SetClientSite(&container), S_OK);
-    EXPECT_EQ(object->DoVerb(OLEIVERB_INPLACEACTIVATE, nullptr, &container, 0, container.window(), &container.place),
-              S_OK);
-    EXPECT_EQ(in_place->GetWindow(&window), S_OK);
-  }
-  ~Placed() {
-    if (!object) return;
-    object->Close(OLECLOSE_NOSAVE);
-    object->SetClientSite(nullptr);
-    container.active = nullptr;
-  }
-
-  FakeContainer& container;
-  ComPtr<Interface> control;
-  ComPtr<IOleObject> object;
-  ComPtr<IOleInPlaceObject> in_place;
-  HWND window = nullptr;
-};
-
-TEST(Controls, ActivateAndDeactivateInOrder) {
-  const Server server;
-  for (const CLSID* clsid : {&CLSID_kelLabel, &CLSID_kelHyperLabel, &CLSID_kelBrowseButton}) {
-    FakeContainer container;
-    {
-      Placed<IDispatch> placed(server, *clsid, container);
-      EXPECT_TRUE(::IsWindow(placed.window));
-      EXPECT_EQ(::GetParent(placed.window), container.window());
-      EXPECT_EQ(container.calls().find("OnInPlaceActivate GetWindowContext "), 0u);
-      EXPECT_EQ(placed.object->DoVerb(OLEIVERB_UIACTIVATE, nullptr, &container, 0, nullptr, nullptr), S_OK);
-      EXPECT_EQ(placed.object->DoVerb(OLEIVERB_UIACTIVATE, nullptr, &container, 0, nullptr, nullptr), S_OK);
-      EXPECT_EQ(container.calls(), "OnUIActivate ");
-      EXPECT_EQ(placed.in_place->InPlaceDeactivate(), S_OK);
-      EXPECT_EQ(container.calls(), "OnUIDeactivate OnInPlaceDeactivate ");
-      EXPECT_EQ(placed.in_place->InPlaceDeactivate(), S_OK);
-      EXPECT_EQ(container.calls(), "");
-      EXPECT_FALSE(::IsWindow(placed.window));
-      EXPECT_EQ(placed.object->DoVerb(OLEIVERB_SHOW, nullptr, &container, 0, nullptr, nullptr), S_OK);
-      EXPECT_EQ(placed.object->DoVerb(1234, nullptr, &container, 0, nullptr, nullptr), OLEOBJ_S_INVALIDVERB);
-      EXPECT_EQ(placed.object->DoVerb(-1234, nullptr, &container, 0, nullptr, nullptr), E_NOTIMPL);
-    }
-    EXPECT_TRUE(server.is_idle());
-  }
-}
-
-TEST(Controls, AContainerMayRefuse) {
-  const Server server;
-  FakeContainer container;
-  container.allows_activation = false;
-  const auto object = server.create<IOleObject>(CLSID_kelLabel);
-  EXPECT_EQ(object->DoVerb(OLEIVERB_SHOW, nullptr, nullptr, 0, nullptr, nullptr), E_UNEXPECTED) << "without a site";
-  object->SetClientSite(&container);
-  EXPECT_EQ(object->DoVerb(OLEIVERB_SHOW, nullptr, nullptr, 0, nullptr, nullptr), E_FAIL);
-  EXPECT_EQ(container.calls(), "");
-  object->SetClientSite(nullptr);
-}
+using namespace testing;
 
 TEST(Controls, TellOfChangedProperties) {
   const Server server;
@@ -131,61 +31,6 @@ TEST(Controls, TellOfChangedProperties) {
   as<IFont>(again)->get_Bold(&bold);
   EXPECT_TRUE(bold);
   EXPECT_EQ(static_cast<ULONG>(placed.control->putref_Font(nullptr)), 0x800A005Bul);
-}
-
-TEST(Controls, RaiseEventsUnlessFrozen) {
-  const Server server;
-  FakeContainer container;
-  FakeSink sink;
-  Placed<IkelLabel> placed(server, CLSID_kelLabel, container);
-  const Connection events(placed.control, __uuidof(DkelLabelEvents), static_cast<IDispatch*>(&sink));
-  std::int16_t button = 0;
-  sink.on_event = [&](DISPID, DISPPARAMS* parameters) {
-    if (parameters->cArgs == 1 && parameters->rgvarg[0].vt == (VT_BYREF | VT_I2)) button = *parameters->rgvarg[0].piVal;
-  };
-  ::SendMessageA(placed.window, WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(5, 5));
-  ::SendMessageA(placed.window, WM_RBUTTONUP, 0, MAKELPARAM(5, 5));
-  EXPECT_EQ(sink.events, (std::vector<DISPID>{1, 2}));
-  EXPECT_EQ(button, 2);
-
-  const auto control = as<IOleControl>(placed.control);
-  sink.events.clear();
-  EXPECT_EQ(control->FreezeEvents(TRUE), S_OK);
-  ::SendMessageA(placed.window, WM_LBUTTONUP, 0, MAKELPARAM(5, 5));
-  EXPECT_TRUE(sink.events.empty());
-  EXPECT_EQ(control->FreezeEvents(FALSE), S_OK);
-  EXPECT_EQ(control->FreezeEvents(FALSE), E_UNEXPECTED);
-  ::SendMessageA(placed.window, WM_LBUTTONUP, 0, MAKELPARAM(5, 5));
-  EXPECT_EQ(sink.events, (std::vector<DISPID>{2}));
-}
-
-TEST(Controls, SurviveWhatASinkDoesInsideAnEvent) {
-  const Server server;
-  FakeContainer container;
-  FakeSink sink;
-  {
-    Placed<IkelLabel> placed(server, CLSID_kelLabel, container);
-    Connection events(placed.control, __uuidof(DkelLabelEvents), static_cast<IDispatch*>(&sink));
-    sink.on_event = [&](DISPID, DISPPARAMS*) { events.leave(); };
-    ::SendMessageA(placed.window, WM_LBUTTONUP, 0, MAKELPARAM(5, 5));
-    ::SendMessageA(placed.window, WM_LBUTTONUP, 0, MAKELPARAM(5, 5));
-    EXPECT_EQ(sink.events.size(), 1u);
-  }
-  sink.events.clear();
-  Placed<IkelLabel> placed(server, CLSID_kelLabel, container);
-  Connection events(placed.control, __uuidof(DkelLabelEvents), static_cast<IDispatch*>(&sink));
-  sink.on_event = [&](DISPID, DISPPARAMS*) {  // the form closes and forgets the control
-    events.leave();
-    placed.object->Close(OLECLOSE_NOSAVE);
-    placed.object->SetClientSite(nullptr);
-    container.active = nullptr;
-    placed.in_place = ComPtr<IOleInPlaceObject>();
-    placed.object = ComPtr<IOleObject>();
-    placed.control = ComPtr<IkelLabel>();
-  };
-  ::SendMessageA(placed.window, WM_LBUTTONUP, 0, MAKELPARAM(5, 5));
-  EXPECT_EQ(sink.events.size(), 1u);
-  EXPECT_TRUE(server.is_idle());
 }
 
 TEST(Controls, KeepTheirSettingsInABag) {
@@ -270,6 +115,24 @@ TEST(Controls, AreDrawnWithoutSiteOrWindow) {
   }
 }
 
+TEST(Controls, TellWhoeverWatchesTheirView) {
+  const Server server;
+  FakeView view;
+  const auto control = server.create<IkelLabel>(CLSID_kelLabel);
+  const auto object = as<IViewObject2>(control);
+  EXPECT_EQ(object->SetAdvise(DVASPECT_CONTENT, 0, &view), S_OK);
+  control->put_ForeColor(0xFF);
+  EXPECT_EQ(view.changes, 1);
+  EXPECT_EQ(object->SetAdvise(DVASPECT_CONTENT, ADVF_ONLYONCE | ADVF_PRIMEFIRST, &view), S_OK);
+  control->put_ForeColor(0xFF00);
+  EXPECT_EQ(view.changes, 2) << "at once, and then no more";
+  EXPECT_EQ(view.references(), 0u);
+  EXPECT_EQ(object->SetAdvise(DVASPECT_ICON, 0, &view), S_OK);
+  control->put_ForeColor(0xFF0000);
+  EXPECT_EQ(view.changes, 2);
+  object->SetAdvise(0, 0, nullptr);
+}
+
 TEST(Controls, TakeFontAndNameFromTheContainer) {
   const Server server;
   FakeContainer container;
@@ -292,7 +155,10 @@ TEST(Controls, TakeFontAndNameFromTheContainer) {
   const auto object = as<IOleObject>(control);
   object->SetClientSite(&container);
   FakeBag empty;
+  EXPECT_EQ(container.calls(), "");
   ASSERT_EQ(as<IPersistPropertyBag>(control)->Load(&empty, nullptr), S_OK);
+  EXPECT_EQ(container.calls(), "Ambient" + std::to_string(DISPID_AMBIENT_DISPLAYNAME) + " Ambient" +
+                                   std::to_string(DISPID_AMBIENT_FONT) + " ");
   Bstr caption(L"");
   ::SysFreeString(std::exchange(*caption.address(), nullptr));
   control->get_Caption(caption.address());

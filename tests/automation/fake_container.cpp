@@ -15,6 +15,8 @@ HRESULT FakeContainer::QueryInterface(REFIID iid, void** object) {
   *object = nullptr;
   if (iid == IID_IUnknown || iid == IID_IOleClientSite) *object = static_cast<IOleClientSite*>(this);
   if (iid == IID_IOleInPlaceSite || iid == IID_IOleWindow) *object = static_cast<IOleInPlaceSite*>(this);
+  if (iid == IID_IOleControlSite) *object = static_cast<IOleControlSite*>(this);
+  if (iid == IID_ISimpleFrameSite) *object = static_cast<ISimpleFrameSite*>(this);
   if (iid == IID_IDispatch && !ambients_.empty()) *object = static_cast<IDispatch*>(this);
   if (!*object) return E_NOINTERFACE;
   AddRef();
@@ -26,19 +28,38 @@ HRESULT FakeContainer::GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIW
   *frame = nullptr;
   *document = nullptr;
   *position = place;
-  *clip = place;
+  *clip = visible;
   return note("GetWindowContext");
 }
 
 HRESULT FakeContainer::OnPosRectChange(const RECT* wanted) {
+  note("OnPosRectChange");
   place = *wanted;
-  if (active) active->SetObjectRects(&place, &place);
-  return note("OnPosRectChange");
+  if (active) active->SetObjectRects(&place, &visible);
+  return S_OK;
+}
+
+HRESULT FakeContainer::PreMessageFilter(HWND, UINT message, WPARAM, LPARAM, LRESULT*, DWORD* cookie) {
+  *cookie = message + 1;
+  return takes_message && takes_message(message) ? S_FALSE : S_OK;
+}
+
+HRESULT FakeContainer::PostMessageFilter(HWND, UINT message, WPARAM, LPARAM, LRESULT*, DWORD cookie) {
+  EXPECT_EQ(cookie, message + 1);
+  return S_OK;
 }
 
 HRESULT FakeContainer::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*, UINT*) {
+  note("Ambient" + std::to_string(id));
   const auto found = ambients_.find(id);
   return found == ambients_.end() ? DISP_E_MEMBERNOTFOUND : ::VariantCopy(result, &found->second);
+}
+
+HRESULT FakeView::QueryInterface(REFIID iid, void** object) {
+  *object = iid == IID_IUnknown || iid == IID_IAdviseSink ? this : nullptr;
+  if (!*object) return E_NOINTERFACE;
+  AddRef();
+  return S_OK;
 }
 
 HRESULT FakeSink::QueryInterface(REFIID iid, void** object) {

@@ -24,7 +24,8 @@ class OnStack : public Interfaces... {
 };
 
 /// The window that controls are placed in, and the site of one control.
-class FakeContainer final : public OnStack<IOleClientSite, IOleInPlaceSite, IDispatch> {
+class FakeContainer final
+    : public OnStack<IOleClientSite, IOleInPlaceSite, IOleControlSite, ISimpleFrameSite, IDispatch> {
  public:
   FakeContainer();
   ~FakeContainer();
@@ -37,7 +38,9 @@ class FakeContainer final : public OnStack<IOleClientSite, IOleInPlaceSite, IDis
   void add_ambient(DISPID id, const VARIANT& value) { ambients_[id] = value; }
 
   RECT place = {10, 10, 210, 60};
+  RECT visible = {0, 0, 400, 300};
   bool allows_activation = true;
+  std::function<bool(UINT message)> takes_message;  // of those to a control that others are placed in
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override;
 
@@ -56,7 +59,10 @@ class FakeContainer final : public OnStack<IOleClientSite, IOleInPlaceSite, IDis
     return S_OK;
   }
   HRESULT STDMETHODCALLTYPE ContextSensitiveHelp(BOOL) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE CanInPlaceActivate() override { return allows_activation ? S_OK : S_FALSE; }
+  HRESULT STDMETHODCALLTYPE CanInPlaceActivate() override {
+    note("CanInPlaceActivate");
+    return allows_activation ? S_OK : S_FALSE;
+  }
   HRESULT STDMETHODCALLTYPE OnInPlaceActivate() override { return note("OnInPlaceActivate"); }
   HRESULT STDMETHODCALLTYPE OnUIActivate() override { return note("OnUIActivate"); }
   HRESULT STDMETHODCALLTYPE GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIWindow** document, RECT* position,
@@ -68,6 +74,17 @@ class FakeContainer final : public OnStack<IOleClientSite, IOleInPlaceSite, IDis
   HRESULT STDMETHODCALLTYPE DeactivateAndUndo() override { return S_OK; }
   HRESULT STDMETHODCALLTYPE OnPosRectChange(const RECT* wanted) override;
 
+  HRESULT STDMETHODCALLTYPE OnControlInfoChanged() override { return note("OnControlInfoChanged"); }
+  HRESULT STDMETHODCALLTYPE LockInPlaceActive(BOOL) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE GetExtendedControl(IDispatch**) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE TransformCoords(POINTL*, POINTF*, DWORD) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE TranslateAccelerator(MSG*, DWORD) override { return note("TranslateAccelerator"); }
+  HRESULT STDMETHODCALLTYPE OnFocus(BOOL here) override { return note(here ? "OnFocus" : "OnFocusLost"); }
+  HRESULT STDMETHODCALLTYPE ShowPropertyFrame() override { return E_NOTIMPL; }
+
+  HRESULT STDMETHODCALLTYPE PreMessageFilter(HWND, UINT message, WPARAM, LPARAM, LRESULT*, DWORD* cookie) override;
+  HRESULT STDMETHODCALLTYPE PostMessageFilter(HWND, UINT message, WPARAM, LPARAM, LRESULT*, DWORD cookie) override;
+
   HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
   HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
@@ -78,7 +95,7 @@ class FakeContainer final : public OnStack<IOleClientSite, IOleInPlaceSite, IDis
   IOleInPlaceObject* active = nullptr;
 
  private:
-  HRESULT note(const char* call) {
+  HRESULT note(const std::string& call) {
     calls_ += call;
     calls_ += ' ';
     return S_OK;
@@ -87,6 +104,19 @@ class FakeContainer final : public OnStack<IOleClientSite, IOleInPlaceSite, IDis
   HWND window_;
   std::string calls_;
   std::map<DISPID, VARIANT> ambients_;
+};
+
+/// Hears that a control looks different.
+class FakeView final : public OnStack<IAdviseSink> {
+ public:
+  int changes = 0;
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override;
+  void STDMETHODCALLTYPE OnDataChange(FORMATETC*, STGMEDIUM*) override {}
+  void STDMETHODCALLTYPE OnViewChange(DWORD, LONG) override { ++changes; }
+  void STDMETHODCALLTYPE OnRename(IMoniker*) override {}
+  void STDMETHODCALLTYPE OnSave() override {}
+  void STDMETHODCALLTYPE OnClose() override {}
 };
 
 /// Hears a control's events and its notices of changed properties.

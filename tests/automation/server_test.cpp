@@ -29,6 +29,34 @@ std::wstring read_key(HKEY root, const std::wstring& path, const wchar_t* value 
   return text;
 }
 
+/// What the registry or the manifest says of a class, null for one that is no control, and what its object says.
+void expect_agreement_on_status(REFCLSID id, IDispatch* object) {
+  ComPtr<IOleObject> control;
+  DWORD registered = 0;
+  EXPECT_EQ(::OleRegGetMiscStatus(id, DVASPECT_CONTENT, &registered), S_OK);
+  if (object->QueryInterface(IID_IOleObject, control.out_void()) != S_OK) {
+    EXPECT_EQ(registered, 0u);
+    return;
+  }
+  DWORD own = 0;
+  EXPECT_EQ(control->GetMiscStatus(DVASPECT_CONTENT, &own), S_OK);
+  EXPECT_NE(own & OLEMISC_ACTIVATEWHENVISIBLE, 0u);
+  EXPECT_EQ(registered, own);
+}
+
+/// Of a registered "C:\\folder\\tornby.dll, 101".
+bool toolbox_picture_exists(const std::wstring& value) {
+  const std::size_t comma = value.rfind(L',');
+  if (comma == std::wstring::npos) return false;
+  const HMODULE library = ::LoadLibraryExW(value.substr(0, comma).c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+  const HBITMAP bitmap = ::LoadBitmapW(library, MAKEINTRESOURCEW(std::stoi(value.substr(comma + 1))));
+  BITMAP description = {};
+  ::GetObjectW(bitmap, sizeof description, &description);
+  ::DeleteObject(bitmap);
+  ::FreeLibrary(library);
+  return description.bmWidth == 16 && description.bmHeight == 15;
+}
+
 HRESULT call_export(const Server& server, const char* name) {
   return reinterpret_cast<HRESULT(WINAPI*)()>(reinterpret_cast<void*>(server.entry(name)))();
 }
@@ -60,7 +88,10 @@ TEST(Server, RegistersForTheMachineAndRemovesItAll) {
     EXPECT_TRUE(id == *entry.id);
     EXPECT_EQ(::CLSIDFromProgID((name + L".1").c_str(), &id), S_OK);
     ComPtr<IDispatch> object;
-    EXPECT_EQ(::CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, object.out_void()), S_OK);
+    ASSERT_EQ(::CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, object.out_void()), S_OK);
+    expect_agreement_on_status(id, object.get());
+    const bool is_control = read_key(HKEY_LOCAL_MACHINE, key + L"\\MiscStatus") == L"0";
+    EXPECT_EQ(toolbox_picture_exists(read_key(HKEY_LOCAL_MACHINE, key + L"\\ToolboxBitmap32")), is_control);
   }
   ComPtr<ITypeLib> library;
   EXPECT_EQ(::LoadRegTypeLib(LIBID_Tornby, 1, 0, 0, library.out()), S_OK);
@@ -109,7 +140,8 @@ TEST(Server, WorksThroughItsManifestWithoutTheRegistry) {
     CLSID id{};
     EXPECT_EQ(::CLSIDFromProgID((std::wstring(L"Tornby.") + entry.name).c_str(), &id), S_OK);
     ComPtr<IDispatch> object;
-    EXPECT_EQ(::CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, object.out_void()), S_OK);
+    ASSERT_EQ(::CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, object.out_void()), S_OK);
+    expect_agreement_on_status(id, object.get());
   }
   ::DeactivateActCtx(0, cookie);
   ::ReleaseActCtx(handle);

@@ -1,0 +1,110 @@
+// The ActiveX controls in the system's own host, which has no ambient properties and no bag.
+#include <gtest/gtest.h>
+
+#include "placed_control.h"
+
+namespace tornby {
+namespace {
+
+using namespace testing;
+
+/// atl.dll, for as long as the object lives.
+class SystemHost {
+ public:
+  SystemHost() : library_(::LoadLibraryA("atl.dll")) {
+    EXPECT_TRUE(entry<BOOL(WINAPI*)()>("AtlAxWinInit")());
+    window_ = ::CreateWindowExA(0, "STATIC", "form", WS_POPUP | WS_VISIBLE, 50, 50, 400, 300, nullptr, nullptr, nullptr,
+                                nullptr);
+  }
+  ~SystemHost() {
+    ::DestroyWindow(window_);
+    ::FreeLibrary(library_);
+  }
+  SystemHost(const SystemHost&) = delete;
+  SystemHost& operator=(const SystemHost&) = delete;
+
+  /// A host window with a control in it.
+  HWND place(IUnknown* control, const RECT& area) const {
+    const HWND host =
+        ::CreateWindowExA(0, "AtlAxWin", nullptr, WS_CHILD | WS_VISIBLE, area.left, area.top, area.right - area.left,
+                          area.bottom - area.top, window_, nullptr, nullptr, nullptr);
+    ComPtr<IUnknown> container;
+    const auto attach = entry<HRESULT(WINAPI*)(IUnknown*, HWND, IUnknown**)>("AtlAxAttachControl");
+    EXPECT_EQ(attach(control, host, container.out()), S_OK);
+    return host;
+  }
+
+ private:
+  template <class Entry>
+  Entry entry(const char* name) const {
+    return reinterpret_cast<Entry>(reinterpret_cast<void*>(::GetProcAddress(library_, name)));
+  }
+
+  HMODULE library_;
+  HWND window_ = nullptr;
+};
+
+SIZE size_of(HWND window) {
+  RECT area = {};
+  ::GetWindowRect(window, &area);
+  return {area.right - area.left, area.bottom - area.top};
+}
+
+TEST(ControlsInSystemHost, LiveThere) {
+  ::OleInitialize(nullptr);
+  {
+    const Server server;
+    {
+      const SystemHost system;
+      const auto label = server.create<IkelLabel>(CLSID_kelLabel);
+      const auto link = server.create<IkelHyperLabel>(CLSID_kelHyperLabel);
+      const auto browse = server.create<IkelBrowseButton>(CLSID_kelBrowseButton);
+      label->put_AutoSize(VARIANT_FALSE);  // nobody calls InitNew here
+      label->put_VerticalAlignment(2);
+      const HWND label_host = system.place(label.get(), {10, 10, 210, 50});
+      const HWND link_host = system.place(link.get(), {10, 60, 210, 90});
+      const HWND browse_host = system.place(browse.get(), {10, 100, 210, 124});
+
+      const HWND label_window = ::GetWindow(label_host, GW_CHILD);
+      const HWND link_window = ::GetWindow(link_host, GW_CHILD);
+      const HWND browse_window = ::GetWindow(browse_host, GW_CHILD);
+      ASSERT_TRUE(label_window && link_window && browse_window);
+      EXPECT_EQ(size_of(label_window).cx, 200);
+      EXPECT_EQ(size_of(label_window).cy, 40);
+      EXPECT_EQ(size_of(browse_window).cx, 200);
+      ::MoveWindow(browse_host, 10, 100, 260, 30, TRUE);
+      EXPECT_EQ(size_of(browse_window).cx, 260);
+      EXPECT_EQ(size_of(browse_window).cy, 30);
+
+      LONG vertical = 0;
+      label->get_VerticalAlignment(&vertical);
+      EXPECT_EQ(vertical, 2) << "what was set before is still there";
+      ComPtr<IFontDisp> font;
+      ASSERT_EQ(label->get_Font(font.out()), S_OK);
+      CY points = {};
+      as<IFont>(font)->get_Size(&points);
+      EXPECT_EQ(points.int64, 82500) << "the default, without an ambient font";
+
+      FakeSink sink;
+      const Connection clicks(link, __uuidof(DkelHyperLabelEvents), static_cast<IDispatch*>(&sink));
+      const Connection browses(browse, __uuidof(DkelBrowseButtonEvents), static_cast<IDispatch*>(&sink));
+      ::SendMessageA(link_window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(3, 3));
+      ::SendMessageA(link_window, WM_LBUTTONUP, 0, MAKELPARAM(3, 3));
+      EXPECT_EQ(sink.events, (std::vector<DISPID>{DISPID_CLICK, 2}));
+      sink.events.clear();
+      const HWND edit = ::GetWindow(browse_window, GW_CHILD);
+      ::SetFocus(edit);
+      ::SendMessageA(edit, WM_CHAR, 'x', 0);
+      EXPECT_EQ(sink.events, (std::vector<DISPID>{DISPID_KEYPRESS, 4}));
+      Bstr text(L"");
+      ::SysFreeString(std::exchange(*text.address(), nullptr));
+      browse->get_Text(text.address());
+      EXPECT_STREQ(text, L"x");
+    }
+    EXPECT_TRUE(server.is_idle());
+  }
+  ::OleUninitialize();
+}
+
+}  // namespace
+}  // namespace tornby
