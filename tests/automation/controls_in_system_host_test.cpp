@@ -23,15 +23,22 @@ class SystemHost {
   SystemHost(const SystemHost&) = delete;
   SystemHost& operator=(const SystemHost&) = delete;
 
-  /// A host window with a control in it.
-  HWND place(IUnknown* control, const RECT& area) const {
-    const HWND host =
-        ::CreateWindowExA(0, "AtlAxWin", nullptr, WS_CHILD | WS_VISIBLE, area.left, area.top, area.right - area.left,
-                          area.bottom - area.top, window_, nullptr, nullptr, nullptr);
+  /// A host window, which makes the control that its text names.
+  HWND place(const char* name, const RECT& area) const {
+    return ::CreateWindowExA(0, "AtlAxWin", name, WS_CHILD | WS_VISIBLE, area.left, area.top, area.right - area.left,
+                             area.bottom - area.top, window_, nullptr, nullptr, nullptr);
+  }
+  template <class Interface>
+  ComPtr<Interface> control_in(HWND host) const {
+    ComPtr<IUnknown> control;
+    EXPECT_EQ(entry<HRESULT(WINAPI*)(HWND, IUnknown**)>("AtlAxGetControl")(host, control.out()), S_OK);
+    return as<Interface>(control);
+  }
+  /// Puts a control that exists into a host window. It is not told then that it is a new one.
+  void attach(IUnknown* control, HWND host) const {
     ComPtr<IUnknown> container;
     const auto attach = entry<HRESULT(WINAPI*)(IUnknown*, HWND, IUnknown**)>("AtlAxAttachControl");
     EXPECT_EQ(attach(control, host, container.out()), S_OK);
-    return host;
   }
 
  private:
@@ -55,15 +62,18 @@ TEST(ControlsInSystemHost, LiveThere) {
   {
     const Server server;
     {
+      const ManifestActivation manifest;
       const SystemHost system;
+      const HWND link_host = system.place("Tornby.kelHyperLabel", {10, 60, 210, 90});
+      const HWND browse_host = system.place("Tornby.kelBrowseButton", {10, 100, 210, 124});
+      const auto link = system.control_in<IkelHyperLabel>(link_host);
+      const auto browse = system.control_in<IkelBrowseButton>(browse_host);
+
+      const HWND label_host = system.place(nullptr, {10, 10, 210, 50});
       const auto label = server.create<IkelLabel>(CLSID_kelLabel);
-      const auto link = server.create<IkelHyperLabel>(CLSID_kelHyperLabel);
-      const auto browse = server.create<IkelBrowseButton>(CLSID_kelBrowseButton);
-      label->put_AutoSize(VARIANT_FALSE);  // nobody calls InitNew here
+      label->put_AutoSize(VARIANT_FALSE);
       label->put_VerticalAlignment(2);
-      const HWND label_host = system.place(label.get(), {10, 10, 210, 50});
-      const HWND link_host = system.place(link.get(), {10, 60, 210, 90});
-      const HWND browse_host = system.place(browse.get(), {10, 100, 210, 124});
+      system.attach(label.get(), label_host);
 
       const HWND label_window = ::GetWindow(label_host, GW_CHILD);
       const HWND link_window = ::GetWindow(link_host, GW_CHILD);

@@ -34,6 +34,22 @@ bool Server::is_idle() const {
   return reinterpret_cast<CanUnloadNow>(reinterpret_cast<void*>(entry("DllCanUnloadNow")))() == S_OK;
 }
 
+ManifestActivation::ManifestActivation() {
+  const std::wstring dll = dll_path();
+  const std::wstring manifest = dll.substr(0, dll.find_last_of(L'\\') + 1) + L"Tornby.Components.manifest";
+  ACTCTXW description = {};
+  description.cbSize = sizeof description;
+  description.lpSource = manifest.c_str();
+  context_ = ::CreateActCtxW(&description);
+  EXPECT_NE(context_, INVALID_HANDLE_VALUE) << ::GetLastError();
+  EXPECT_TRUE(::ActivateActCtx(context_, &cookie_));
+}
+
+ManifestActivation::~ManifestActivation() {
+  ::DeactivateActCtx(0, cookie_);
+  ::ReleaseActCtx(context_);
+}
+
 VARIANT long_variant(LONG value) {
   VARIANT variant;
   ::VariantInit(&variant);

@@ -45,6 +45,19 @@ class Server {
 /// The full name of the DLL under test.
 std::wstring dll_path();
 
+/// Makes the classes known through the manifest beside the DLL, for as long as the object lives.
+class ManifestActivation {
+ public:
+  ManifestActivation();
+  ~ManifestActivation();
+  ManifestActivation(const ManifestActivation&) = delete;
+  ManifestActivation& operator=(const ManifestActivation&) = delete;
+
+ private:
+  HANDLE context_;
+  ULONG_PTR cookie_ = 0;
+};
+
 class Bstr {
  public:
   Bstr(const wchar_t* text) : text_(::SysAllocString(text)) {}

@@ -126,25 +126,17 @@ TEST(Server, RegistersForTheUserAndRemovesItAll) {
 }
 
 TEST(Server, WorksThroughItsManifestWithoutTheRegistry) {
-  const std::wstring dll = testing::dll_path();
-  const std::wstring manifest = dll.substr(0, dll.find_last_of(L'\\') + 1) + L"Tornby.Components.manifest";
   ASSERT_TRUE(SUCCEEDED(::CoInitialize(nullptr)));
-  ACTCTXW context = {};
-  context.cbSize = sizeof context;
-  context.lpSource = manifest.c_str();
-  const HANDLE handle = ::CreateActCtxW(&context);
-  ASSERT_NE(handle, INVALID_HANDLE_VALUE) << ::GetLastError();
-  ULONG_PTR cookie = 0;
-  ASSERT_TRUE(::ActivateActCtx(handle, &cookie));
-  for (const auto& entry : classes) {
-    CLSID id{};
-    EXPECT_EQ(::CLSIDFromProgID((std::wstring(L"Tornby.") + entry.name).c_str(), &id), S_OK);
-    ComPtr<IDispatch> object;
-    ASSERT_EQ(::CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, object.out_void()), S_OK);
-    expect_agreement_on_status(id, object.get());
+  {
+    const testing::ManifestActivation manifest;
+    for (const auto& entry : classes) {
+      CLSID id{};
+      EXPECT_EQ(::CLSIDFromProgID((std::wstring(L"Tornby.") + entry.name).c_str(), &id), S_OK);
+      ComPtr<IDispatch> object;
+      ASSERT_EQ(::CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, object.out_void()), S_OK);
+      expect_agreement_on_status(id, object.get());
+    }
   }
-  ::DeactivateActCtx(0, cookie);
-  ::ReleaseActCtx(handle);
   ::CoUninitialize();
 }
 
