@@ -1,21 +1,4 @@
 // clsCRC from JScript: values, exact types, errors.
-var failures = 0;
-
-function check(what, got, expected) {
-  if (got === expected) return;
-  WScript.Echo("FAILED " + what + ": got " + got + ", expected " + expected);
-  ++failures;
-}
-
-function error_of(action) {
-  try {
-    action();
-  } catch (error) {
-    return (error.number & 0xFFFF) + " " + error.message;
-  }
-  return "none";
-}
-
 try {
   var crc = new ActiveXObject("Tornby.clsCRC");
   check("CRC-32", crc.AddString("123456789"), -873187034);

@@ -1,26 +1,4 @@
 ' clsCRC from VBScript: values, exact types, errors.
-On Error Resume Next
-failures = 0
-
-Sub Check(what, got, expected)
-  If Err.Number <> 0 Then
-    WScript.Echo "FAILED " & what & ": error " & Err.Number & ", " & Err.Description
-    failures = failures + 1
-    Err.Clear
-  ElseIf got <> expected Then
-    WScript.Echo "FAILED " & what & ": got " & got & ", expected " & expected
-    failures = failures + 1
-  End If
-End Sub
-
-Sub CheckError(what, number, description)
-  If Err.Number <> number Or Err.Description <> description Then
-    WScript.Echo "FAILED " & what & ": error " & Err.Number & ", " & Err.Description
-    failures = failures + 1
-  End If
-  Err.Clear
-End Sub
-
 Set crc = CreateObject("Tornby.clsCRC")
 Check "new object", crc.Algorithm, 1
 Check "CRC-32", crc.AddString("123456789"), -873187034

@@ -1,15 +1,4 @@
 ' clsCRC in a 32-bit process on 64-bit Windows, where two members differ on purpose.
-On Error Resume Next
-failures = 0
-
-Sub Check(what, got, expected)
-  If Err.Number <> 0 Or got <> expected Then
-    WScript.Echo "FAILED " & what & ": got " & got & ", expected " & expected & ", error " & Err.Number
-    failures = failures + 1
-    Err.Clear
-  End If
-End Sub
-
 Set crc = CreateObject("Tornby.clsCRC")
 Check "AddString", crc.AddString("123456789"), -873187034
 crc.Algorithm = 0

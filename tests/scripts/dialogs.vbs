@@ -1,23 +1,4 @@
 ' clsDIALOGS from VBScript: what needs no dialog on the screen. Nothing is remembered, so that no file is left.
-On Error Resume Next
-failures = 0
-
-Sub Check(what, got, expected)
-  If Err.Number <> 0 Or got <> expected Then
-    WScript.Echo "FAILED " & what & ": got " & got & ", expected " & expected & ", error " & Err.Number
-    failures = failures + 1
-    Err.Clear
-  End If
-End Sub
-
-Sub CheckError(what, number)
-  If Err.Number <> number Then
-    WScript.Echo "FAILED " & what & ": error " & Err.Number & ", " & Err.Description
-    failures = failures + 1
-  End If
-  Err.Clear
-End Sub
-
 Set dialogs = CreateObject("Tornby.clsDIALOGS")
 Check "persistence", dialogs.blnUsePersistence, True
 dialogs.blnUsePersistence = False
@@ -29,7 +10,7 @@ Check "its type", TypeName(dialogs.intLeftMargin), "Integer"
 dialogs.intTopMargin = "1250"
 Check "margin written", dialogs.intTopMargin, 1250
 dialogs.intTopMargin = 40000
-CheckError "margin too large", 6
+CheckError "margin too large", 6, ""
 Check "type of a code", TypeName(dialogs.lngDialogError), "Long"
 Check "error text", dialogs.strDialogError, "N/A"
 dialogs.strTitle = "Pick one"
@@ -38,7 +19,7 @@ dialogs.strFilter = "Text (*.txt)|*.txt|All files|*.*"
 Check "filter", 0, 0
 Check "entry", dialogs.fstrReturnSingleFileName(255), ""
 unused = dialogs.fstrReturnSingleFileName(256)
-CheckError "no such entry", 9
+CheckError "no such entry", 9, ""
 dialogs.lngColor = &HFF
 Check "colour", dialogs.lngColor, 255
 

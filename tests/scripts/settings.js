@@ -1,12 +1,4 @@
 // XML_Settings, ValueCollection and PathClass from JScript.
-var failures = 0;
-
-function check(what, got, expected) {
-  if (got === expected) return;
-  WScript.Echo("FAILED " + what + ": got " + got + ", expected " + expected);
-  ++failures;
-}
-
 try {
   var values = new ActiveXObject("Tornby.ValueCollection");
   values.Add("A", "1");

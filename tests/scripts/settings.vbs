@@ -1,26 +1,4 @@
 ' XML_Settings, ValueCollection and PathClass from VBScript.
-On Error Resume Next
-failures = 0
-
-Sub Check(what, got, expected)
-  If Err.Number <> 0 Then
-    WScript.Echo "FAILED " & what & ": error " & Err.Number & ", " & Err.Description
-    failures = failures + 1
-    Err.Clear
-  ElseIf got <> expected Then
-    WScript.Echo "FAILED " & what & ": got " & got & ", expected " & expected
-    failures = failures + 1
-  End If
-End Sub
-
-Sub CheckError(what, number)
-  If Err.Number <> number Then
-    WScript.Echo "FAILED " & what & ": error " & Err.Number & ", " & Err.Description
-    failures = failures + 1
-  End If
-  Err.Clear
-End Sub
-
 ' Pairs
 Set values = CreateObject("Tornby.ValueCollection")
 Set pair = values.Add("Width", "1")
@@ -77,7 +55,7 @@ For Each item In again.FindNodes
 Next
 Check "nodes", met, "<OPTIONS><RECENTFILES>"
 value = again.FindNodes.Item(3)
-CheckError "past the end", 9
+CheckError "past the end", 9, ""
 met = ""
 For Each pair In again.SplitBlock(again.GetContents)
   met = met & pair.Key & "(" & Len(pair.Value) & ")"
@@ -85,7 +63,7 @@ Next
 Check "blocks", met, "OPTIONS(43)RECENTFILES(48)"
 again.SetContents "<x>1</x>"
 Set items = again.ExtractBlock2("x", True)
-CheckError "whole block at the start", 5
+CheckError "whole block at the start", 5, ""
 block = "<G>x</G>"
 Check "new block", again.AddNewValue("g", "k", "1", block), "<G>" & vbCrLf & "x<K>1</K>" & vbCrLf & "</G>"
 Check "the block given", block, "x<K>1</K>"

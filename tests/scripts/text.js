@@ -1,21 +1,4 @@
 // clsEncryptXOR, clsApi and clsWebEncryption from JScript.
-var failures = 0;
-
-function check(what, got, expected) {
-  if (got === expected) return;
-  WScript.Echo("FAILED " + what + ": got " + got + ", expected " + expected);
-  ++failures;
-}
-
-function error_of(action) {
-  try {
-    action();
-  } catch (error) {
-    return error.number + " " + error.message;
-  }
-  return "none";
-}
-
 try {
   var cipher = new ActiveXObject("Tornby.clsEncryptXOR");
   var any = "a\u0000\u20AC\uD800\u0416";

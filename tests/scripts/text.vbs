@@ -1,26 +1,4 @@
 ' clsEncryptXOR, clsApi and clsWebEncryption from VBScript: values, types, changed variables, errors.
-On Error Resume Next
-failures = 0
-
-Sub Check(what, got, expected)
-  If Err.Number <> 0 Then
-    WScript.Echo "FAILED " & what & ": error " & Err.Number & ", " & Err.Description
-    failures = failures + 1
-    Err.Clear
-  ElseIf got <> expected Then
-    WScript.Echo "FAILED " & what & ": got " & got & ", expected " & expected
-    failures = failures + 1
-  End If
-End Sub
-
-Sub CheckError(what, number, description)
-  If Err.Number <> number Or Err.Description <> description Then
-    WScript.Echo "FAILED " & what & ": error " & Err.Number & ", " & Err.Description
-    failures = failures + 1
-  End If
-  Err.Clear
-End Sub
-
 ' Every character of the code page but NUL.
 everything = ""
 For code = 1 To 255
