@@ -73,6 +73,7 @@ kelBrowseButton::kelBrowseButton(ControlHost& host)
       label_(host.add_label()),
       drop_down_(host.add_drop_down()),
       button_width_(drop_down_->button_width()) {
+  surface().back_color(back_color_);
   surface().appearance(1);
   surface().border_style(1);
   label_->caption(u"");

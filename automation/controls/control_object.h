@@ -43,6 +43,27 @@ class ControlObject : public DispatchObject<Interface, IConnectionPointContainer
     this->template start<C>(clsid);
   }
 
+  // The properties that all controls have.
+  STDMETHODIMP ShowAbout() override {
+    return this->act([&] { control().ShowAbout(); });
+  }
+  STDMETHODIMP get_BackColor(OLE_COLOR* result) override {
+    return this->answer(result, [&] { return control().BackColor(); });
+  }
+  STDMETHODIMP put_BackColor(OLE_COLOR value) override {
+    return this->act([&] { control().BackColor(static_cast<Color>(value)); });
+  }
+  STDMETHODIMP get_Font(IFontDisp** result) override {
+    return this->answer(result, [&] { return font_.object(); });
+  }
+  STDMETHODIMP put_Font(IFontDisp* value) override {
+    return this->act([&] { font_.assign(value); });
+  }
+  STDMETHODIMP putref_Font(IFontDisp* value) override { return put_Font(value); }
+  STDMETHODIMP get_LastDllError(LONG* result) override {
+    return this->answer(result, [&] { return static_cast<std::int32_t>(this->host().last_error()); });
+  }
+
   HRESULT STDMETHODCALLTYPE EnumConnectionPoints(IEnumConnectionPoints** points) override {
     return points_.enumerate(points);
   }
@@ -57,7 +78,6 @@ class ControlObject : public DispatchObject<Interface, IConnectionPointContainer
   }
   /// As it is before it has any settings; its events can be connected.
   C& control_as_made() { return this->host().template control_as<C>(); }
-  std::int32_t last_error() { return static_cast<std::int32_t>(this->host().last_error()); }
 
   /// Raises an event, unless the container has frozen them.
   template <class... Arguments>
@@ -109,6 +129,7 @@ class ControlObject : public DispatchObject<Interface, IConnectionPointContainer
     };
   }
 
+  FontProperty font_{[this] { return control().Font(); }, [this](const Font& font) { control().Font(font); }};
   std::shared_ptr<ControlObject*> self_ = std::make_shared<ControlObject*>(this);
   ConnectionPoint events_{*this, __uuidof(Events)};
   ConnectionPoint notices_{*this, IID_IPropertyNotifySink};

@@ -27,9 +27,6 @@ class BrowseButtonObject final : public ControlObject<IkelBrowseButton, DkelBrow
   STDMETHODIMP put_Text(BSTR value) override {
     return act([&] { control().Text(view(value)); });
   }
-  STDMETHODIMP ShowAbout() override {
-    return act([&] { control().ShowAbout(); });
-  }
   STDMETHODIMP get_Enabled(VARIANT_BOOL* result) override {
     return answer(result, [&] { return control().Enabled(); });
   }
@@ -42,19 +39,6 @@ class BrowseButtonObject final : public ControlObject<IkelBrowseButton, DkelBrow
   STDMETHODIMP put_BorderApperance(SHORT value) override {
     return act([&] { control().BorderApperance(value); });
   }
-  STDMETHODIMP get_BackColor(OLE_COLOR* result) override {
-    return answer(result, [&] { return control().BackColor(); });
-  }
-  STDMETHODIMP put_BackColor(OLE_COLOR value) override {
-    return act([&] { control().BackColor(static_cast<Color>(value)); });
-  }
-  STDMETHODIMP get_Font(IFontDisp** result) override {
-    return answer(result, [&] { return font_.object(); });
-  }
-  STDMETHODIMP put_Font(IFontDisp* value) override {
-    return act([&] { font_.assign(value); });
-  }
-  STDMETHODIMP putref_Font(IFontDisp* value) override { return put_Font(value); }
   STDMETHODIMP get_Locked(VARIANT_BOOL* result) override {
     return answer(result, [&] { return control().Locked(); });
   }
@@ -97,12 +81,6 @@ class BrowseButtonObject final : public ControlObject<IkelBrowseButton, DkelBrow
   STDMETHODIMP DrawNormalFocus(VARIANT_BOOL down) override {
     return act([&] { control().DrawNormalFocus(from_boolean(down)); });
   }
-  STDMETHODIMP get_LastDllError(LONG* result) override {
-    return answer(result, [&] { return last_error(); });
-  }
-
- private:
-  FontProperty font_{[this] { return control().Font(); }, [this](const Font& font) { control().Font(font); }};
 };
 
 }  // namespace

@@ -26,19 +26,6 @@ class HyperLabelObject final : public ControlObject<IkelHyperLabel, DkelHyperLab
   STDMETHODIMP put_Caption(BSTR value) override {
     return act([&] { control().Caption(view(value)); });
   }
-  STDMETHODIMP get_BackColor(OLE_COLOR* result) override {
-    return answer(result, [&] { return control().BackColor(); });
-  }
-  STDMETHODIMP put_BackColor(OLE_COLOR value) override {
-    return act([&] { control().BackColor(static_cast<Color>(value)); });
-  }
-  STDMETHODIMP get_Font(IFontDisp** result) override {
-    return answer(result, [&] { return font_.object(); });
-  }
-  STDMETHODIMP put_Font(IFontDisp* value) override {
-    return act([&] { font_.assign(value); });
-  }
-  STDMETHODIMP putref_Font(IFontDisp* value) override { return put_Font(value); }
   STDMETHODIMP get_Alignment(SHORT* result) override {
     return answer(result, [&] { return control().Alignment(); });
   }
@@ -57,9 +44,6 @@ class HyperLabelObject final : public ControlObject<IkelHyperLabel, DkelHyperLab
   STDMETHODIMP put_LinkColor(OLE_COLOR value) override {
     return act([&] { control().LinkColor(static_cast<Color>(value)); });
   }
-  STDMETHODIMP ShowAbout() override {
-    return act([&] { control().ShowAbout(); });
-  }
   STDMETHODIMP get_HoverColor(OLE_COLOR* result) override {
     return answer(result, [&] { return control().HoverColor(); });
   }
@@ -73,12 +57,6 @@ class HyperLabelObject final : public ControlObject<IkelHyperLabel, DkelHyperLab
     return act([&] { control().Picture(wrap_picture(value)); });
   }
   STDMETHODIMP putref_Picture(IPictureDisp* value) override { return put_Picture(value); }
-  STDMETHODIMP get_LastDllError(LONG* result) override {
-    return answer(result, [&] { return last_error(); });
-  }
-
- private:
-  FontProperty font_{[this] { return control().Font(); }, [this](const Font& font) { control().Font(font); }};
 };
 
 }  // namespace

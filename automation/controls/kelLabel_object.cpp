@@ -13,28 +13,12 @@ class LabelObject final : public ControlObject<IkelLabel, DkelLabelEvents, kelLa
     control_as_made().MouseUp = raising_number(2);
   }
 
-  STDMETHODIMP ShowAbout() override {
-    return act([&] { control().ShowAbout(); });
-  }
-  STDMETHODIMP get_BackColor(OLE_COLOR* result) override {
-    return answer(result, [&] { return control().BackColor(); });
-  }
-  STDMETHODIMP put_BackColor(OLE_COLOR value) override {
-    return act([&] { control().BackColor(static_cast<Color>(value)); });
-  }
   STDMETHODIMP get_Caption(BSTR* result) override {
     return answer(result, [&] { return control().Caption(); });
   }
   STDMETHODIMP put_Caption(BSTR value) override {
     return act([&] { control().Caption(view(value)); });
   }
-  STDMETHODIMP get_Font(IFontDisp** result) override {
-    return answer(result, [&] { return font_.object(); });
-  }
-  STDMETHODIMP put_Font(IFontDisp* value) override {
-    return act([&] { font_.assign(value); });
-  }
-  STDMETHODIMP putref_Font(IFontDisp* value) override { return put_Font(value); }
   STDMETHODIMP get_ForeColor(OLE_COLOR* result) override {
     return answer(result, [&] { return control().ForeColor(); });
   }
@@ -92,12 +76,6 @@ class LabelObject final : public ControlObject<IkelLabel, DkelLabelEvents, kelLa
   STDMETHODIMP put_UseBorderLines(VARIANT_BOOL value) override {
     return act([&] { control().UseBorderLines(from_boolean(value)); });
   }
-  STDMETHODIMP get_LastDllError(LONG* result) override {
-    return answer(result, [&] { return last_error(); });
-  }
-
- private:
-  FontProperty font_{[this] { return control().Font(); }, [this](const Font& font) { control().Font(font); }};
 };
 
 }  // namespace
