@@ -138,6 +138,8 @@ class OleControl : public IOleObject,
     Font ambient_font() const override { return owner_ ? owner_->ambient_font() : Font(); }
     String display_name() const override { return owner_ ? owner_->display_name() : String(); }
     bool takes_size_request(SIZE wanted) override { return owner_ && owner_->request_size(wanted); }
+    /// There is nobody to tell: the container has already got what it could.
+    void failed(std::exception_ptr) override {}
     void caption_changed() override {
       if (owner_) owner_->caption_changed();
     }

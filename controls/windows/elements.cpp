@@ -234,7 +234,7 @@ LRESULT CALLBACK WindowEdit::procedure(HWND window, UINT message, WPARAM wparam,
     edit->forget_window();
     return ::CallWindowProcW(original, window, message, wparam, lparam);
   }
-  return edit->handle(message, wparam, lparam);
+  return host->guarded([&] { return edit->handle(message, wparam, lparam); });
 }
 
 LRESULT WindowEdit::handle(UINT message, WPARAM wparam, LPARAM lparam) {

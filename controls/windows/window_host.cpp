@@ -414,7 +414,7 @@ LRESULT CALLBACK WindowHost::procedure(HWND window, UINT message, WPARAM wparam,
   const std::shared_ptr<WindowHost> host = known ? known->weak_from_this().lock() : nullptr;
   if (!host) return ::DefWindowProcW(window, message, wparam, lparam);
   const auto handle = [&] { return host->handle(window, message, wparam, lparam); };
-  return host->site_->filter(window, message, wparam, lparam, std::ref(handle));
+  return host->guarded([&] { return host->site_->filter(window, message, wparam, lparam, std::ref(handle)); });
 }
 
 void WindowHost::handle_pointer(UINT message, WPARAM wparam, LPARAM lparam) {

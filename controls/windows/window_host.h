@@ -2,9 +2,10 @@
 //
 // ControlWindow is for a form: it makes the control and its child window, and takes both away. WindowHost is for a
 // container that creates the control first and gives it a window later, or never. Event handlers run inside window
-// procedures, so no exception may leave them.
+// procedures, through which no exception can pass: what leaves a handler goes to ControlSite::failed.
 #pragma once
 
+#include <exception>
 #include <functional>
 #include <memory>
 #include <utility>
@@ -25,6 +26,8 @@ class ControlSite {
   /// The control wants another outer size, in pixels. True: the site decides, and calls WindowHost::place. False: the
   /// control takes the size.
   virtual bool takes_size_request(SIZE /*wanted*/) { return false; }
+  /// An event handler, or the control itself, let that exception escape while it handled a message.
+  virtual void failed(std::exception_ptr exception) { std::rethrow_exception(exception); }
   /// The control is called differently now, and may have another mnemonic.
   virtual void caption_changed() {}
   /// The keyboard came to the control, or has left it.
@@ -84,6 +87,16 @@ class WindowHost final : public std::enable_shared_from_this<WindowHost>, privat
   void text_changed();
   void set_edit(WindowEdit* edit) { edit_ = edit; }
   void caption_changed() { site_->caption_changed(); }
+  /// Handles a message of one of the control's windows. 0 when it fails.
+  template <class Handle>
+  LRESULT guarded(Handle handle) {
+    try {
+      return handle();
+    } catch (...) {
+      report_failure();
+      return 0;
+    }
+  }
   /// For the edit field: the keyboard comes from, or goes to, that window.
   void focus_arrives(HWND from);
   void focus_leaves(HWND to);
@@ -156,6 +169,7 @@ class WindowHost final : public std::enable_shared_from_this<WindowHost>, privat
 
   static void register_class();
   static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
+  void report_failure() noexcept { site_->failed(std::current_exception()); }
   LRESULT handle(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
   LRESULT dialog_code(const MSG* key) const;
   LRESULT copy_name(wchar_t* target, std::size_t capacity) const;

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <memory>
+#include <stdexcept>
 #include <string>
 
 #include "controls/kelBrowseButton.h"
@@ -382,6 +383,27 @@ TEST(ControlWindow, MayBeDestroyedInItsOwnEvents) {
   (*browse)->ChangeText = [&](String&) { browse = nullptr; };
   ::SendMessageA(::GetWindow(browse->window(), GW_CHILD), WM_CHAR, 'x', 0);
   EXPECT_EQ(browse, nullptr);
+}
+
+TEST(ControlWindow, HandsExceptionsOfHandlersToItsSite) {
+  struct Site final : ControlSite {
+    std::string log;
+    void failed(std::exception_ptr exception) override {
+      try {
+        std::rethrow_exception(exception);
+      } catch (const std::exception& error) {
+        log += error.what();
+      }
+    }
+  };
+  const Form form;
+  const auto site = std::make_shared<Site>();
+  ControlWindow<kelBrowseButton> browse(form, {10, 60, 210, 84}, site);
+  browse->InfoClick = [] { throw std::runtime_error("on the surface "); };
+  browse->KeyPress = [](std::int16_t&) { throw std::runtime_error("in the field"); };
+  ::SendMessageA(browse.window(), WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(1, 1));
+  ::SendMessageA(::GetWindow(browse.window(), GW_CHILD), WM_CHAR, 'x', 0);
+  EXPECT_EQ(site->log, "on the surface in the field");
 }
 
 TEST(WindowHost, DrawsWithoutAWindow) {
