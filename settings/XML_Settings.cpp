@@ -18,17 +18,27 @@ using document::length;
 using document::make_tags;
 using document::Position;
 using document::position_of;
-using document::position_of_tag;
 using document::replace_all;
 using document::Tags;
 
 namespace {
 
 constexpr StringView line_break = u"\r\n";
+constexpr StringView empty_line = u"\r\n\r\n";
 constexpr StringView recent_files = u"RECENTFILES";
 
 void append_recent_file(String& list, StringView path) {
   list.append(u"<FILE>").append(path).append(u"</FILE>").append(line_break);
+}
+
+/// Of the key in a group's block.
+StringView value_in(StringView block, StringView key, StringView default_value) {
+  const Tags tags = make_tags(upper(key));
+  const Position opening = position_of(block, tags.opening);
+  if (opening == 0) return default_value;
+  const Position value = opening + length(tags.opening);
+  const Position closing = position_of(block, tags.closing, value);
+  return closing == 0 ? default_value : cut(block, value, closing - value);
 }
 
 StringView without_blanks_around(StringView text) {
@@ -60,14 +70,22 @@ XML_Settings::XML_Settings(const AnsiCodePage& code_page, const Files& files)
 
 void XML_Settings::FileName(StringView path) {
   file_name_ = path;
-  contents_ = clsApi(*code_page_, *files_).ApiReadFile(file_name_);
+  change_to(clsApi(*code_page_, *files_).ApiReadFile(file_name_));
 }
 
 void XML_Settings::InsertGroup(StringView group, StringView text) {
-  String changed = contents_;
-  if (const Block block = find_block(group); block.found()) {
-    changed.assign(contents_, 0, static_cast<std::size_t>(block.start - 1));
-    changed = RemoveEmptyLines(changed.append(cut(contents_, block.end)));
+  insert(group, find_block(group), text);
+}
+
+void XML_Settings::insert(StringView group, const Block& present, StringView text) {
+  String changed;
+  if (present.found()) {
+    String rest;
+    rest.reserve(contents_.size());
+    rest.append(contents_, 0, static_cast<std::size_t>(present.start - 1)).append(cut(contents_, present.end));
+    changed = RemoveEmptyLines(rest);
+  } else {
+    changed = contents_;
   }
   changed.append(line_break);
   // An empty name occurs in every text that is not empty itself.
@@ -77,7 +95,12 @@ void XML_Settings::InsertGroup(StringView group, StringView text) {
     const Tags tags = make_tags(upper(group));
     changed.append(tags.opening).append(line_break).append(text).append(line_break).append(tags.closing);
   }
-  contents_ = std::move(changed);
+  change_to(std::move(changed));
+}
+
+void XML_Settings::change_to(String text) {
+  contents_ = std::move(text);
+  finder_.forget();
 }
 
 void XML_Settings::Save() const {
@@ -87,15 +110,18 @@ void XML_Settings::Save() const {
 String XML_Settings::RemoveEmptyLines(StringView text) {
   String result;
   result.reserve(text.size());
-  for (bool more = true; more;) {
-    const auto end = text.find(line_break);
-    const StringView line = text.substr(0, end);
-    more = end != StringView::npos;
-    if (more) text.remove_prefix(end + line_break.size());
-    if (line.empty()) continue;
+  while (!text.empty()) {
+    if (text.starts_with(line_break)) {
+      text.remove_prefix(line_break.size());
+      continue;
+    }
+    // Several lines at once, up to the next empty one.
+    const StringView lines = text.substr(0, text.find(empty_line));
+    text.remove_prefix(lines.size());
     if (!result.empty()) result.append(line_break);
-    result.append(line);
+    result.append(lines);
   }
+  if (result.ends_with(line_break)) result.resize(result.size() - line_break.size());
   return result;
 }
 
@@ -140,14 +166,7 @@ StringCollection XML_Settings::ExtractBlock2(StringView name, bool whole) const 
 
 String XML_Settings::GetSetting(StringView group, StringView key, StringView default_value) const {
   const Block found = find_block(group);
-  if (!found.found()) return String(default_value);
-  const StringView block = found.in(contents_);
-  const Tags tags = make_tags(upper(key));
-  const Position opening = position_of(block, tags.opening);
-  if (opening == 0) return String(default_value);
-  const Position value = opening + length(tags.opening);
-  const Position closing = position_of(block, tags.closing, value);
-  return String(closing == 0 ? default_value : cut(block, value, closing - value));
+  return String(found.found() ? value_in(found.in(contents_), key, default_value) : default_value);
 }
 
 void XML_Settings::UpdateRecent(StringView path) {
@@ -181,10 +200,10 @@ void XML_Settings::SaveSetting(StringView group, StringView key, StringView valu
   const Block place = found.found() ? find_block(key, block) : Block();
   if (place.found()) {
     const String element(place.in(block));
-    const String changed = replace_all(element, GetSetting(group, key, u"-1"), value);
-    InsertGroup(group, replace_all(block, element, changed));
+    const String changed = replace_all(element, value_in(block, key, u"-1"), value);
+    insert(group, found, replace_all(block, element, changed));
   } else {
-    InsertGroup(group, AddNewValue(group, key, value, block));
+    insert(group, found, AddNewValue(group, key, value, block));
   }
 }
 
@@ -249,7 +268,7 @@ String XML_Settings::GetNodeValue(StringView tag) const {
 /// A block of the document, found ignoring case.
 XML_Settings::Block XML_Settings::find_block(StringView name) const {
   return Block::of(make_tags(upper(name)),
-                   [this](StringView tag, Position from) { return position_of_tag(contents_, tag, from); });
+                   [this](StringView tag, Position from) { return finder_.find(contents_, tag, from); });
 }
 
 /// A block of `text` with upper-case tags; in place of an empty text the document is searched.

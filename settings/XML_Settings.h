@@ -21,7 +21,8 @@
 // it starts; the members that cut it out, GetSetting, SaveSetting, ExtractBlock and UpdateRecent, raise 5 (invalid
 // procedure call or argument) and save nothing, while InsertGroup repeats what lies between, so that nothing is lost.
 // Everywhere else, a "<" without a ">" after it, a block without its closing tag and a key without one are passed over.
-// No member takes longer than a few passes over the text.
+// No member takes longer than a few passes over the text. Searches ignoring case are remembered: a document that is
+// read from many times finds its groups at once, and one object is used by one thread at a time, for reading too.
 //
 // Files are read and written through checksums/clsApi.h. Bytes that the document's editing does not touch come back as
 // they were: line ends of either kind, a byte-order mark, every byte of a single-byte code page. Saving removes empty
@@ -40,6 +41,7 @@
 #include "platform/code_page.h"
 #include "platform/files.h"
 #include "settings/ValueCollection.h"
+#include "settings/document/tag_finder.h"
 
 namespace tornby {
 
@@ -125,7 +127,7 @@ class XML_Settings {
   /// The same without the loss at the ends.
   String GetStructure(StringView name, bool ignore_case) const;
 
-  void SetContents(StringView text) { contents_ = text; }
+  void SetContents(StringView text) { change_to(String(text)); }
   const String& GetContents() const { return contents_; }
 
   /// The figure of the last `ProgressMax`, as its handler left it; 0 before the first `ExtractBlock` has ended.
@@ -153,6 +155,8 @@ class XML_Settings {
  private:
   struct Block;
 
+  void change_to(String text);
+  void insert(StringView group, const Block& present, StringView text);
   Block find_block(StringView name) const;
   Block find_block(StringView name, StringView text) const;
   String inner_text(StringView name, bool ignore_case, std::ptrdiff_t trim) const;
@@ -161,6 +165,7 @@ class XML_Settings {
   const Files* files_;
   String file_name_;
   String contents_;
+  mutable document::TagFinder finder_;
   std::int32_t max_elements_ = 0;
 };
 

@@ -12,22 +12,7 @@ bool is_bracket(char16_t unit) {
 }  // namespace
 
 ChildBlocks::ChildBlocks(StringView text) : text_(text) {
-  std::size_t opened = StringView::npos;
-  SequenceHash between;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] == u'<') {
-      opened = i;
-      between = {};
-    } else if (opened == StringView::npos) {
-      continue;
-    } else if (text[i] == u'>') {
-      tags_.add(between, opened);
-      opened = StringView::npos;
-    } else {
-      between.push_back(text[i]);
-    }
-  }
-  tags_.sort();
+  index_tags(text, tags_, [](char16_t unit) { return unit; });
 }
 
 /// Brings the hash of the name up to date. Tags that share their ">" share the work.

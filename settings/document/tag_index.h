@@ -10,6 +10,8 @@
 #include <optional>
 #include <vector>
 
+#include "base/text.h"
+
 namespace tornby::document {
 
 /// The hash of a sequence of characters that grows at both ends and shrinks at its front, a step at a time.
@@ -62,5 +64,28 @@ class TagIndex {
   };
   std::vector<Entry> entries_;
 };
+
+/// Adds each tag of the text by what stands between its "<", the last one, and its ">", a character changed by
+/// `change`.
+template <class Change>
+void index_tags(StringView text, TagIndex& index, Change change) {
+  constexpr std::size_t none = StringView::npos;
+  std::size_t opened = none;
+  SequenceHash between;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == u'<') {
+      opened = i;
+      between = {};
+    } else if (opened == none) {
+      continue;
+    } else if (text[i] == u'>') {
+      index.add(between, opened);
+      opened = none;
+    } else {
+      between.push_back(change(text[i]));
+    }
+  }
+  index.sort();
+}
 
 }  // namespace tornby::document

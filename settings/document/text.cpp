@@ -19,11 +19,15 @@ Position position_of(StringView text, StringView what, Position from) {
   return as_position(text.find(what, static_cast<std::size_t>(from - 1)));
 }
 
-Position position_of_tag(StringView text, StringView tag, Position from) {
+bool matches_tag(StringView text, StringView tag) {
   const auto same = [](char16_t in_tag, char16_t in_text) { return in_tag == upper(in_text); };
+  return text.size() >= tag.size() && std::equal(tag.begin(), tag.end(), text.begin(), same);
+}
+
+Position position_of_tag(StringView text, StringView tag, Position from) {
   auto at = text.find(u'<', static_cast<std::size_t>(from - 1));
   while (at != StringView::npos && text.size() - at >= tag.size()) {
-    if (std::equal(tag.begin(), tag.end(), text.begin() + static_cast<Position>(at), same)) return as_position(at);
+    if (matches_tag(text.substr(at), tag)) return as_position(at);
     at = text.find(u'<', at + 1);
   }
   return 0;

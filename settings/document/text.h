@@ -18,6 +18,8 @@ Position position_of(StringView text, StringView what, Position from = 1);
 
 /// The same ignoring the case of the letters in `text`; `tag` begins with "<" and is in upper case.
 Position position_of_tag(StringView text, StringView tag, Position from);
+/// Whether the text begins so.
+bool matches_tag(StringView text, StringView tag);
 
 /// The `count` characters from `start` on, fewer where the text ends. Raises 5 (invalid procedure call or argument)
 /// for a start before the text and for a negative count.

@@ -6,8 +6,10 @@
 #include <random>
 #include <vector>
 
+#include "base/letter_case.h"
 #include "base/runtime_error.h"
 #include "settings/XML_Settings.h"
+#include "settings/document/tag_finder.h"
 #include "settings/document_reference.h"
 #include "support/scale.h"
 
@@ -230,6 +232,22 @@ TEST(XML_SettingsRandom, AgreesWithTheReference) {
   for (unsigned seed = first; seed <= last; ++seed) {
     compare(seed);
     if (HasFatalFailure()) FAIL() << "TORNBY_SEED=" << seed;
+  }
+}
+
+// A finder that has made its index, and one that has just forgotten it, find what reading through the text finds.
+TEST(XML_SettingsRandom, RememberedSearchesFindTheSame) {
+  document::TagFinder finder;
+  for (unsigned seed = 1; seed <= testing::scaled(2000); ++seed) {
+    Dice dice(seed);
+    const String text = dice.text(12);
+    finder.forget();
+    for (int search = 0; search < 60; ++search) {
+      const StringView opening = dice.one_in(2) ? u"<" : u"</";
+      const String tag = String(opening) + upper(dice.word()) + u">";
+      const auto from = static_cast<document::Position>(1 + dice.below(static_cast<unsigned>(text.size()) + 1));
+      ASSERT_EQ(finder.find(text, tag, from), document::position_of_tag(text, tag, from)) << "seed " << seed;
+    }
   }
 }
 
