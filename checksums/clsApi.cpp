@@ -12,13 +12,13 @@ constexpr std::size_t block_size = 1 << 16;
 
 class Hourglass {
  public:
-  explicit Hourglass(const Pointer& pointer) : pointer_(pointer) { pointer_.show_hourglass(); }
+  explicit Hourglass(const MousePointer& pointer) : pointer_(pointer) { pointer_.show_hourglass(); }
   ~Hourglass() { pointer_.show_default(); }
   Hourglass(const Hourglass&) = delete;
   Hourglass& operator=(const Hourglass&) = delete;
 
  private:
-  const Pointer& pointer_;
+  const MousePointer& pointer_;
 };
 
 /// Makes `bytes` the content of `file`. What lies beyond the earlier end is written first, so that a full disk is
@@ -56,7 +56,7 @@ String read_text(InputFile& file, std::size_t size, const AnsiCodePage& code_pag
 
 }  // namespace
 
-clsApi::clsApi(const AnsiCodePage& code_page, const Files& files, const Pointer& pointer)
+clsApi::clsApi(const AnsiCodePage& code_page, const Files& files, const MousePointer& pointer)
     : code_page_(&code_page), files_(&files), pointer_(&pointer) {}
 
 bool clsApi::apiSaveFile(StringView file_name, StringView text) const {

@@ -14,7 +14,7 @@ namespace tornby {
 class clsApi {
  public:
   explicit clsApi(const AnsiCodePage& code_page = native_code_page(), const Files& files = native_files(),
-                  const Pointer& pointer = native_pointer());
+                  const MousePointer& pointer = native_pointer());
 
   /// Makes `text`, followed by CR LF, the whole content of the file, and tells whether that succeeded. A character
   /// that the code page lacks becomes its substitute there, mostly "?". Meanwhile the mouse pointer is the hourglass,
@@ -45,7 +45,7 @@ class clsApi {
 
   const AnsiCodePage* code_page_;
   const Files* files_;
-  const Pointer* pointer_;
+  const MousePointer* pointer_;
 };
 
 }  // namespace tornby

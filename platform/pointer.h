@@ -4,9 +4,9 @@
 namespace tornby {
 
 /// The mouse pointer, while a window of the calling thread is the active one; otherwise nothing happens.
-class Pointer {
+class MousePointer {
  public:
-  virtual ~Pointer() = default;
+  virtual ~MousePointer() = default;
 
   /// Shows the hourglass until the pointer is set anew.
   virtual void show_hourglass() const = 0;
@@ -15,6 +15,6 @@ class Pointer {
   virtual void show_default() const = 0;
 };
 
-const Pointer& native_pointer();
+const MousePointer& native_pointer();
 
 }  // namespace tornby

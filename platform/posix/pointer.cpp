@@ -3,7 +3,7 @@
 namespace tornby {
 namespace {
 
-class NoPointer final : public Pointer {
+class NoPointer final : public MousePointer {
  public:
   void show_hourglass() const override {}
   void show_default() const override {}
@@ -11,7 +11,7 @@ class NoPointer final : public Pointer {
 
 }  // namespace
 
-const Pointer& native_pointer() {
+const MousePointer& native_pointer() {
   static const NoPointer pointer;
   return pointer;
 }

@@ -10,7 +10,7 @@ void show(LPSTR cursor) {
   if (::GetActiveWindow()) ::SetCursor(::LoadCursorA(nullptr, cursor));
 }
 
-class WindowsPointer final : public Pointer {
+class WindowsPointer final : public MousePointer {
  public:
   void show_hourglass() const override { show(IDC_WAIT); }
   void show_default() const override { show(IDC_ARROW); }
@@ -18,7 +18,7 @@ class WindowsPointer final : public Pointer {
 
 }  // namespace
 
-const Pointer& native_pointer() {
+const MousePointer& native_pointer() {
   static const WindowsPointer pointer;
   return pointer;
 }

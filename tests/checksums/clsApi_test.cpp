@@ -21,7 +21,7 @@ namespace fs = std::filesystem;
 using testing::ForwardingFiles;
 using testing::TemporaryFolder;
 
-class CountingPointer final : public Pointer {
+class CountingPointer final : public MousePointer {
  public:
   void show_hourglass() const override { ++shown; }
   void show_default() const override { ++put_back; }

@@ -7,7 +7,7 @@
 namespace {
 
 /// Without the native pointer the program needs no user interface, and starts sooner.
-class NoPointer final : public tornby::Pointer {
+class NoPointer final : public tornby::MousePointer {
  public:
   void show_hourglass() const override {}
   void show_default() const override {}
