@@ -1,0 +1,337 @@
+// A small desktop program: a file is chosen, a link shows its CRC-32, and a label tells what happened, aligned and
+// framed as the menu says. What was set is kept between runs.
+// Usage: sample_form [settings file]    by default "Tornby form.txt" in the local application data
+#include <base/runtime_error.h>
+#include <checksums/clsApi.h>
+#include <checksums/clsCRC.h>
+#include <controls/kelBrowseButton.h>
+#include <controls/kelHyperLabel.h>
+#include <controls/kelLabel.h>
+#include <controls/windows/window_host.h>
+#include <dialogs/clsDIALOGS.h>
+#include <settings/PathClass.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <type_traits>
+
+#include "form_state.h"
+
+namespace {
+
+using tornby::String;
+using tornby::StringView;
+using tornby::Variant;
+using tornby::windows::ControlWindow;
+
+constexpr char title[] = "Tornby form";
+constexpr tornby::Color link_color = 0xC05000;
+constexpr tornby::Color hover_color = 0x0060E0;
+
+/// The commands of the menu. Three in a row are the three values of a setting.
+enum Command : UINT {
+  check_command = IDOK,
+  open_command = 100,
+  exit_command,
+  alignment = 200,
+  vertical = 300,
+  frame = 400
+};
+
+struct WindowDeleter {
+  using pointer = HWND;
+  void operator()(HWND window) const { ::DestroyWindow(window); }
+};
+using Window = std::unique_ptr<HWND, WindowDeleter>;
+
+/// The browse button's edit field has no caption, so a screen reader is told this.
+class BrowseSite final : public tornby::windows::ControlSite {
+  String display_name() const override { return u"File"; }
+};
+
+/// Popups belong to the menu, and the menu to the window that it is given to.
+HMENU make_menu() {
+  const HMENU file = ::CreatePopupMenu();
+  ::AppendMenuA(file, MF_STRING, open_command, "&Open...");
+  ::AppendMenuA(file, MF_STRING, check_command, "&Check again\tEnter");
+  ::AppendMenuA(file, MF_SEPARATOR, 0, nullptr);
+  ::AppendMenuA(file, MF_STRING, exit_command, "E&xit");
+
+  const HMENU label = ::CreatePopupMenu();
+  const auto add_choices = [label](UINT first, std::initializer_list<const char*> names) {
+    for (const char* name : names) ::AppendMenuA(label, MF_STRING, first++, name);
+  };
+  add_choices(alignment, {"&Left", "&Right", "&Centre"});
+  ::AppendMenuA(label, MF_SEPARATOR, 0, nullptr);
+  add_choices(vertical, {"&Top", "&Middle", "&Bottom"});
+  ::AppendMenuA(label, MF_SEPARATOR, 0, nullptr);
+  add_choices(frame, {"&No frame", "&Dotted frame", "L&ine frame"});
+
+  const HMENU menu = ::CreateMenu();
+  ::AppendMenuA(menu, MF_POPUP, reinterpret_cast<UINT_PTR>(file), "&File");
+  ::AppendMenuA(menu, MF_POPUP, reinterpret_cast<UINT_PTR>(label), "&Label");
+  return menu;
+}
+
+/// The font of the system's own message boxes.
+tornby::Font message_font(int dots_per_inch) {
+  tornby::Font font;
+  NONCLIENTMETRICSA metrics{};
+  metrics.cbSize = sizeof metrics;
+  if (!::SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0)) return font;
+  const LOGFONTA& system = metrics.lfMessageFont;
+  font.name = tornby::windows::wide(system.lfFaceName);
+  font.size = std::abs(system.lfHeight) * 72.0 / dots_per_inch;
+  font.weight = static_cast<std::int16_t>(system.lfWeight);
+  font.charset = system.lfCharSet;
+  return font;
+}
+
+/// Like clsCRC::CalculateFile, but a number on every system.
+Variant checksum_of(StringView path) {
+  tornby::clsCRC crc;
+  const Variant result = crc.CalculateFile(path);
+  if (!tornby::is_empty(result)) return result;
+  // The file is empty, or this is a 32-bit program on a 64-bit system.
+  const String content = tornby::clsApi().ApiReadFile(path);
+  return content.empty() ? Variant() : crc.AddString(content);
+}
+
+String hexadecimal(std::int32_t number) {
+  char digits[9];
+  std::snprintf(digits, sizeof digits, "%08X", static_cast<unsigned>(number));
+  return tornby::widen(digits);
+}
+
+/// The file's name for a caption, where a single "&" would underline what follows.
+String caption_of(StringView path) {
+  String caption;
+  for (const char16_t unit : path.substr(path.find_last_of(u"\\/:") + 1)) caption.append(unit == u'&' ? 2 : 1, unit);
+  return caption;
+}
+
+class Form {
+ public:
+  explicit Form(StringView settings_file)
+      : settings_file_(settings_file),
+        state_(load_state(settings_file)),
+        window_(make_window()),
+        browse_(window_.get(), {}, std::make_shared<BrowseSite>()),
+        link_(window_.get(), {}),
+        label_(window_.get(), {}),
+        focus_(browse_.window()) {
+    const tornby::Font font = message_font(dots_per_inch_);
+    browse_->Font(font);
+    browse_->Text(state_.path);
+    link_->Font(font);
+    link_->LinkColor(link_color);
+    link_->HoverColor(hover_color);
+    label_->Font(font);
+    label_->AutoSize(false);
+    label_->WordWrap(true);
+
+    dialogs_.lngHWnd(static_cast<std::int32_t>(reinterpret_cast<INT_PTR>(window_.get())));
+    dialogs_.strFilter(u"All files (*.*)|*.*");
+    browse_->OpenBrowse = [this] { guarded([this] { open(); }); };
+    browse_->ChangeText = [this](String&) { guarded([this] { check(); }); };
+    link_->Click = [this] { guarded([this] { check(); }); };
+
+    check();
+    show_choices();
+    lay_out();
+    ::SetWindowLongPtrA(window_.get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+  }
+  ~Form() { ::SetWindowLongPtrA(window_.get(), GWLP_USERDATA, 0); }
+  Form(const Form&) = delete;
+  Form& operator=(const Form&) = delete;
+
+  int run(int show) {
+    ::ShowWindow(window_.get(), show);
+    MSG message;
+    while (::GetMessageA(&message, nullptr, 0, 0) > 0) {
+      if (::IsDialogMessageA(window_.get(), &message)) continue;
+      ::TranslateMessage(&message);
+      ::DispatchMessageA(&message);
+    }
+    return static_cast<int>(message.wParam);
+  }
+
+ private:
+  int scaled(int pixels) const { return ::MulDiv(pixels, dots_per_inch_, 96); }
+
+  Window make_window() const {
+    WNDCLASSA description{};
+    description.lpfnWndProc = &Form::procedure;
+    description.hInstance = ::GetModuleHandleA(nullptr);
+    description.hIcon = ::LoadIconA(nullptr, MAKEINTRESOURCEA(32512));
+    description.hCursor = ::LoadCursorA(nullptr, MAKEINTRESOURCEA(32512));
+    description.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
+    description.lpszClassName = "TornbyForm";
+    ::RegisterClassA(&description);
+    Window window(::CreateWindowExA(0, description.lpszClassName, title, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
+                                    CW_USEDEFAULT, CW_USEDEFAULT, scaled(state_.width), scaled(state_.height), nullptr,
+                                    make_menu(), description.hInstance, nullptr));
+    if (!window) throw tornby::RuntimeError(tornby::StandardError::automation_error);
+    return window;
+  }
+
+  /// Runs what an event or a message asks for. No exception may pass through a window procedure.
+  template <class Action>
+  void guarded(Action action) {
+    try {
+      action();
+    } catch (const std::exception& error) {
+      label_->Caption(tornby::widen(error.what()));
+    }
+  }
+
+  void open() {
+    const String path = dialogs_.strGetOpenFileName();
+    if (!path.empty()) browse_->Text(path);
+  }
+
+  /// Shows the checksum of the file, and whether it is the one that this file had before.
+  void check() {
+    const String path = browse_->Text();
+    const Variant result = checksum_of(path);
+    const auto* number = std::get_if<std::int32_t>(&result);
+    const String checksum = number ? hexadecimal(*number) : String();
+    link_->LinkColor(link_color);  // a click leaves it in the colour of the click
+    link_->Caption(number                     ? u"CRC-32: " + checksum
+                   : path.empty()             ? u"No file chosen"
+                   : tornby::is_empty(result) ? u"This file is empty"
+                                              : u"This file cannot be read");
+
+    const bool comparable = path == state_.path && number && !state_.checksum.empty();
+    label_->Caption(path.empty()                  ? u"Choose a file to see its checksum."
+                    : !comparable                 ? caption_of(path)
+                    : checksum == state_.checksum ? caption_of(path) + u" is unchanged"
+                                                  : caption_of(path) + u" has changed: it was " + state_.checksum);
+    state_.path = path;
+    state_.checksum = checksum;
+  }
+
+  void show_choices() {
+    label_->DisplayRubberBand(state_.frame == 1);
+    label_->UseBorderLines(state_.frame == 2);
+    label_->Alignment(static_cast<std::int16_t>(state_.alignment));
+    label_->VerticalAlignment(state_.vertical);  // lays the label out, which Alignment does not
+    const HMENU menu = ::GetMenu(window_.get());
+    const auto mark = [menu](UINT first, int choice) {
+      ::CheckMenuRadioItem(menu, first, first + 2, first + choice, MF_BYCOMMAND);
+    };
+    mark(alignment, state_.alignment);
+    mark(vertical, state_.vertical);
+    mark(frame, state_.frame);
+  }
+
+  /// One below the other, as wide as the window; the label takes what is left of the height.
+  void lay_out() {
+    RECT client;
+    ::GetClientRect(window_.get(), &client);
+    const int margin = scaled(12);
+    const int text = link_.host().size().cy;
+    const int link_top = margin + text + scaled(10) + scaled(10);
+    const int label_top = link_top + text + scaled(10);
+    browse_.host().place({margin, margin, client.right - margin, link_top - scaled(10)});
+    link_.host().place({margin, link_top, client.right - margin, link_top + text});
+    label_.host().place({margin, label_top, client.right - margin, client.bottom - margin});
+  }
+
+  void save() {
+    WINDOWPLACEMENT placement{};
+    placement.length = sizeof placement;
+    ::GetWindowPlacement(window_.get(), &placement);
+    const RECT& normal = placement.rcNormalPosition;
+    state_.width = ::MulDiv(normal.right - normal.left, 96, dots_per_inch_);
+    state_.height = ::MulDiv(normal.bottom - normal.top, 96, dots_per_inch_);
+    save_state(settings_file_, state_);
+  }
+
+  void command(UINT id) {
+    switch (id) {
+      case open_command:
+        return open();
+      case check_command:  // also Enter in the edit field
+        return check();
+      case exit_command:
+        ::PostMessageA(window_.get(), WM_CLOSE, 0, 0);
+        return;
+      default:
+        break;
+    }
+    const auto choose = [id](UINT first, int& setting) {
+      if (id >= first && id < first + 3) setting = static_cast<int>(id - first);
+    };
+    choose(alignment, state_.alignment);
+    choose(vertical, state_.vertical);
+    choose(frame, state_.frame);
+    show_choices();
+  }
+
+  LRESULT handle(UINT message, WPARAM wparam, LPARAM lparam) {
+    switch (message) {
+      case WM_SIZE:
+        if (wparam != SIZE_MINIMIZED) lay_out();
+        return 0;
+      case WM_GETMINMAXINFO:
+        reinterpret_cast<MINMAXINFO*>(lparam)->ptMinTrackSize = {scaled(240), scaled(180)};
+        return 0;
+      case WM_ACTIVATE:
+        if (LOWORD(wparam) == WA_INACTIVE && ::GetFocus()) focus_ = ::GetFocus();
+        break;
+      case WM_SETFOCUS:
+        ::SetFocus(focus_);
+        return 0;
+      case WM_COMMAND:
+        command(LOWORD(wparam));
+        return 0;
+      case WM_CLOSE:
+        save();
+        ::PostQuitMessage(0);
+        return 0;
+      case WM_ENDSESSION:
+        if (wparam) save();
+        return 0;
+      default:
+        break;
+    }
+    return ::DefWindowProcA(window_.get(), message, wparam, lparam);
+  }
+
+  static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    auto* form = reinterpret_cast<Form*>(::GetWindowLongPtrA(window, GWLP_USERDATA));
+    if (!form) return ::DefWindowProcA(window, message, wparam, lparam);
+    LRESULT result = 0;
+    form->guarded([&] { result = form->handle(message, wparam, lparam); });
+    return result;
+  }
+
+  const int dots_per_inch_ = ::GetDeviceCaps(tornby::windows::ScreenContext(), LOGPIXELSY);
+  const String settings_file_;
+  FormState state_;
+  tornby::clsDIALOGS dialogs_;
+  Window window_;
+  ControlWindow<tornby::kelBrowseButton> browse_;
+  ControlWindow<tornby::kelHyperLabel> link_;
+  ControlWindow<tornby::kelLabel> label_;
+  HWND focus_;  // the control that has the keyboard while the form is active
+};
+
+String settings_file() {
+  if (__argc > 1) return tornby::windows::wide(__argv[1]);
+  return std::get<String>(tornby::PathClass().LocalAppData()) + u"\\Tornby form.txt";
+}
+
+}  // namespace
+
+int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int show) {
+  ::SetProcessDPIAware();
+  try {
+    return Form(settings_file()).run(show);
+  } catch (const std::exception& error) {
+    ::MessageBoxA(nullptr, error.what(), title, MB_ICONERROR);
+    return 1;
+  }
+}
