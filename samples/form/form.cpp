@@ -2,8 +2,6 @@
 // framed as the menu says. What was set is kept between runs.
 // Usage: sample_form [settings file]    by default "Tornby form.txt" in the local application data
 #include <base/runtime_error.h>
-#include <checksums/clsApi.h>
-#include <checksums/clsCRC.h>
 #include <controls/kelBrowseButton.h>
 #include <controls/kelHyperLabel.h>
 #include <controls/kelLabel.h>
@@ -11,33 +9,23 @@
 #include <dialogs/clsDIALOGS.h>
 #include <settings/PathClass.h>
 
-#include <cstdio>
 #include <cstdlib>
 #include <memory>
-#include <type_traits>
+#include <utility>
 
+#include "file_report.h"
+#include "form_menu.h"
 #include "form_state.h"
 
 namespace {
 
 using tornby::String;
 using tornby::StringView;
-using tornby::Variant;
 using tornby::windows::ControlWindow;
 
 constexpr char title[] = "Tornby form";
 constexpr tornby::Color link_color = 0xC05000;
 constexpr tornby::Color hover_color = 0x0060E0;
-
-/// The commands of the menu. Three in a row are the three values of a setting.
-enum Command : UINT {
-  check_command = IDOK,
-  open_command = 100,
-  exit_command,
-  alignment = 200,
-  vertical = 300,
-  frame = 400
-};
 
 struct WindowDeleter {
   using pointer = HWND;
@@ -49,30 +37,6 @@ using Window = std::unique_ptr<HWND, WindowDeleter>;
 class BrowseSite final : public tornby::windows::ControlSite {
   String display_name() const override { return u"File"; }
 };
-
-/// Popups belong to the menu, and the menu to the window that it is given to.
-HMENU make_menu() {
-  const HMENU file = ::CreatePopupMenu();
-  ::AppendMenuA(file, MF_STRING, open_command, "&Open...");
-  ::AppendMenuA(file, MF_STRING, check_command, "&Check again\tEnter");
-  ::AppendMenuA(file, MF_SEPARATOR, 0, nullptr);
-  ::AppendMenuA(file, MF_STRING, exit_command, "E&xit");
-
-  const HMENU label = ::CreatePopupMenu();
-  const auto add_choices = [label](UINT first, std::initializer_list<const char*> names) {
-    for (const char* name : names) ::AppendMenuA(label, MF_STRING, first++, name);
-  };
-  add_choices(alignment, {"&Left", "&Right", "&Centre"});
-  ::AppendMenuA(label, MF_SEPARATOR, 0, nullptr);
-  add_choices(vertical, {"&Top", "&Middle", "&Bottom"});
-  ::AppendMenuA(label, MF_SEPARATOR, 0, nullptr);
-  add_choices(frame, {"&No frame", "&Dotted frame", "L&ine frame"});
-
-  const HMENU menu = ::CreateMenu();
-  ::AppendMenuA(menu, MF_POPUP, reinterpret_cast<UINT_PTR>(file), "&File");
-  ::AppendMenuA(menu, MF_POPUP, reinterpret_cast<UINT_PTR>(label), "&Label");
-  return menu;
-}
 
 /// The font of the system's own message boxes.
 tornby::Font message_font(int dots_per_inch) {
@@ -88,29 +52,6 @@ tornby::Font message_font(int dots_per_inch) {
   return font;
 }
 
-/// Like clsCRC::CalculateFile, but a number on every system.
-Variant checksum_of(StringView path) {
-  tornby::clsCRC crc;
-  const Variant result = crc.CalculateFile(path);
-  if (!tornby::is_empty(result)) return result;
-  // The file is empty, or this is a 32-bit program on a 64-bit system.
-  const String content = tornby::clsApi().ApiReadFile(path);
-  return content.empty() ? Variant() : crc.AddString(content);
-}
-
-String hexadecimal(std::int32_t number) {
-  char digits[9];
-  std::snprintf(digits, sizeof digits, "%08X", static_cast<unsigned>(number));
-  return tornby::widen(digits);
-}
-
-/// The file's name for a caption, where a single "&" would underline what follows.
-String caption_of(StringView path) {
-  String caption;
-  for (const char16_t unit : path.substr(path.find_last_of(u"\\/:") + 1)) caption.append(unit == u'&' ? 2 : 1, unit);
-  return caption;
-}
-
 class Form {
  public:
   explicit Form(StringView settings_file)
@@ -123,6 +64,7 @@ class Form {
         focus_(browse_.window()) {
     const tornby::Font font = message_font(dots_per_inch_);
     browse_->Font(font);
+    browse_->BorderApperance(1);  // fills the border with the field's colour
     browse_->Text(state_.path);
     link_->Font(font);
     link_->LinkColor(link_color);
@@ -191,25 +133,15 @@ class Form {
     if (!path.empty()) browse_->Text(path);
   }
 
-  /// Shows the checksum of the file, and whether it is the one that this file had before.
+  /// Reads the file once more and shows what became of it.
   void check() {
     const String path = browse_->Text();
-    const Variant result = checksum_of(path);
-    const auto* number = std::get_if<std::int32_t>(&result);
-    const String checksum = number ? hexadecimal(*number) : String();
-    link_->LinkColor(link_color);  // a click leaves it in the colour of the click
-    link_->Caption(number                     ? u"CRC-32: " + checksum
-                   : path.empty()             ? u"No file chosen"
-                   : tornby::is_empty(result) ? u"This file is empty"
-                                              : u"This file cannot be read");
-
-    const bool comparable = path == state_.path && number && !state_.checksum.empty();
-    label_->Caption(path.empty()                  ? u"Choose a file to see its checksum."
-                    : !comparable                 ? caption_of(path)
-                    : checksum == state_.checksum ? caption_of(path) + u" is unchanged"
-                                                  : caption_of(path) + u" has changed: it was " + state_.checksum);
+    FileReport report = report_on(path, path == state_.path ? state_.checksum : String());
+    link_->LinkColor(link_color);  // a click leaves the colour of the click
+    link_->Caption(report.link);
+    label_->Caption(report.label);
     state_.path = path;
-    state_.checksum = checksum;
+    state_.checksum = std::move(report.checksum);
   }
 
   void show_choices() {
@@ -217,13 +149,7 @@ class Form {
     label_->UseBorderLines(state_.frame == 2);
     label_->Alignment(static_cast<std::int16_t>(state_.alignment));
     label_->VerticalAlignment(state_.vertical);  // lays the label out, which Alignment does not
-    const HMENU menu = ::GetMenu(window_.get());
-    const auto mark = [menu](UINT first, int choice) {
-      ::CheckMenuRadioItem(menu, first, first + 2, first + choice, MF_BYCOMMAND);
-    };
-    mark(alignment, state_.alignment);
-    mark(vertical, state_.vertical);
-    mark(frame, state_.frame);
+    mark_choices(::GetMenu(window_.get()), state_);
   }
 
   /// One below the other, as wide as the window; the label takes what is left of the height.
@@ -231,12 +157,15 @@ class Form {
     RECT client;
     ::GetClientRect(window_.get(), &client);
     const int margin = scaled(12);
-    const int text = link_.host().size().cy;
-    const int link_top = margin + text + scaled(10) + scaled(10);
-    const int label_top = link_top + text + scaled(10);
-    browse_.host().place({margin, margin, client.right - margin, link_top - scaled(10)});
-    link_.host().place({margin, link_top, client.right - margin, link_top + text});
-    label_.host().place({margin, label_top, client.right - margin, client.bottom - margin});
+    const int gap = scaled(10);
+    const int right = client.right - margin;
+    const int text = link_.host().size().cy;  // one line of it
+    const int browse_bottom = margin + text + gap;
+    const int link_top = browse_bottom + gap;
+    const int label_top = link_top + text + gap;
+    browse_.host().place({margin, margin, right, browse_bottom});
+    link_.host().place({margin, link_top, right, link_top + text});
+    label_.host().place({margin, label_top, right, client.bottom - margin});
   }
 
   void save() {
@@ -252,22 +181,19 @@ class Form {
   void command(UINT id) {
     switch (id) {
       case open_command:
-        return open();
+        open();
+        break;
       case check_command:  // also Enter in the edit field
-        return check();
+        check();
+        break;
       case exit_command:
         ::PostMessageA(window_.get(), WM_CLOSE, 0, 0);
-        return;
+        break;
       default:
+        choose(id, state_);
+        show_choices();
         break;
     }
-    const auto choose = [id](UINT first, int& setting) {
-      if (id >= first && id < first + 3) setting = static_cast<int>(id - first);
-    };
-    choose(alignment, state_.alignment);
-    choose(vertical, state_.vertical);
-    choose(frame, state_.frame);
-    show_choices();
   }
 
   LRESULT handle(UINT message, WPARAM wparam, LPARAM lparam) {
@@ -276,7 +202,8 @@ class Form {
         if (wparam != SIZE_MINIMIZED) lay_out();
         return 0;
       case WM_GETMINMAXINFO:
-        reinterpret_cast<MINMAXINFO*>(lparam)->ptMinTrackSize = {scaled(240), scaled(180)};
+        reinterpret_cast<MINMAXINFO*>(lparam)->ptMinTrackSize = {scaled(FormState::least_width),
+                                                                 scaled(FormState::least_height)};
         return 0;
       case WM_ACTIVATE:
         if (LOWORD(wparam) == WA_INACTIVE && ::GetFocus()) focus_ = ::GetFocus();
@@ -288,8 +215,8 @@ class Form {
         command(LOWORD(wparam));
         return 0;
       case WM_CLOSE:
-        save();
         ::PostQuitMessage(0);
+        save();
         return 0;
       case WM_ENDSESSION:
         if (wparam) save();

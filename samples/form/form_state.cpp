@@ -51,8 +51,8 @@ FormState load_state(StringView file) {
   state.alignment = number(settings, u"ALIGNMENT", state.alignment, 0, 2);
   state.vertical = number(settings, u"VERTICAL", state.vertical, 0, 2);
   state.frame = number(settings, u"FRAME", state.frame, 0, 2);
-  state.width = number(settings, u"WIDTH", state.width, 100, 10000);
-  state.height = number(settings, u"HEIGHT", state.height, 100, 10000);
+  state.width = number(settings, u"WIDTH", state.width, FormState::least_width, 10000);
+  state.height = number(settings, u"HEIGHT", state.height, FormState::least_height, 10000);
   return state;
 }
 

@@ -9,7 +9,11 @@ struct FormState {
   int alignment = 0;        // 0 left, 1 right, 2 centre
   int vertical = 1;         // 0 top, 1 middle, 2 bottom
   int frame = 1;            // 0 none, 1 dotted, 2 lines
-  int width = 420;          // the window's, at 96 dots an inch
+
+  // The window's size, at 96 dots an inch.
+  static constexpr int least_width = 240;
+  static constexpr int least_height = 180;
+  int width = 420;
   int height = 220;
 };
 
