@@ -8,8 +8,11 @@
 #include <controls/windows/window_host.h>
 #include <dialogs/clsDIALOGS.h>
 #include <settings/PathClass.h>
+#include <shellapi.h>
 
 #include <cstdlib>
+#include <cwchar>
+#include <exception>
 #include <memory>
 #include <utility>
 
@@ -23,7 +26,7 @@ using tornby::String;
 using tornby::StringView;
 using tornby::windows::ControlWindow;
 
-constexpr char title[] = "Tornby form";
+constexpr wchar_t title[] = L"Tornby form";
 constexpr tornby::Color link_color = 0xC05000;
 constexpr tornby::Color hover_color = 0x0060E0;
 
@@ -33,19 +36,18 @@ struct WindowDeleter {
 };
 using Window = std::unique_ptr<HWND, WindowDeleter>;
 
-/// The browse button's edit field has no caption, so a screen reader is told this.
-class BrowseSite final : public tornby::windows::ControlSite {
-  String display_name() const override { return u"File"; }
-};
+String text_of(const wchar_t* text) {
+  return String(text, text + std::wcslen(text));
+}
 
 /// The font of the system's own message boxes.
 tornby::Font message_font(int dots_per_inch) {
   tornby::Font font;
-  NONCLIENTMETRICSA metrics{};
+  NONCLIENTMETRICSW metrics{};
   metrics.cbSize = sizeof metrics;
-  if (!::SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0)) return font;
-  const LOGFONTA& system = metrics.lfMessageFont;
-  font.name = tornby::windows::wide(system.lfFaceName);
+  if (!::SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0)) return font;
+  const LOGFONTW& system = metrics.lfMessageFont;
+  font.name = text_of(system.lfFaceName);
   font.size = std::abs(system.lfHeight) * 72.0 / dots_per_inch;
   font.weight = static_cast<std::int16_t>(system.lfWeight);
   font.charset = system.lfCharSet;
@@ -53,18 +55,28 @@ tornby::Font message_font(int dots_per_inch) {
 }
 
 class Form {
+  /// What the controls ask of the form and tell it.
+  class Site final : public tornby::windows::ControlSite {
+   public:
+    explicit Site(Form& form) : form_(form) {}
+    String display_name() const override { return u"File"; }  // for the screen reader in the browse button's field
+    void failed(std::exception_ptr exception) override { form_.report(exception); }
+
+   private:
+    Form& form_;
+  };
+
  public:
   explicit Form(StringView settings_file)
       : settings_file_(settings_file),
         state_(load_state(settings_file)),
         window_(make_window()),
-        browse_(window_.get(), {}, std::make_shared<BrowseSite>()),
-        link_(window_.get(), {}),
-        label_(window_.get(), {}),
+        browse_(window_.get(), {}, site_),
+        link_(window_.get(), {}, site_),
+        label_(window_.get(), {}, site_),
         focus_(browse_.window()) {
     const tornby::Font font = message_font(dots_per_inch_);
     browse_->Font(font);
-    browse_->BorderApperance(1);  // fills the border with the field's colour
     browse_->Text(state_.path);
     link_->Font(font);
     link_->LinkColor(link_color);
@@ -75,26 +87,26 @@ class Form {
 
     dialogs_.lngHWnd(static_cast<std::int32_t>(reinterpret_cast<INT_PTR>(window_.get())));
     dialogs_.strFilter(u"All files (*.*)|*.*");
-    browse_->OpenBrowse = [this] { guarded([this] { open(); }); };
-    browse_->ChangeText = [this](String&) { guarded([this] { check(); }); };
-    link_->Click = [this] { guarded([this] { check(); }); };
+    browse_->OpenBrowse = [this] { open(); };
+    browse_->ChangeText = [this](String&) { check(); };
+    link_->Click = [this] { check(); };
 
     check();
     show_choices();
     lay_out();
-    ::SetWindowLongPtrA(window_.get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    ::SetWindowLongPtrW(window_.get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
   }
-  ~Form() { ::SetWindowLongPtrA(window_.get(), GWLP_USERDATA, 0); }
+  ~Form() { ::SetWindowLongPtrW(window_.get(), GWLP_USERDATA, 0); }
   Form(const Form&) = delete;
   Form& operator=(const Form&) = delete;
 
   int run(int show) {
     ::ShowWindow(window_.get(), show);
     MSG message;
-    while (::GetMessageA(&message, nullptr, 0, 0) > 0) {
-      if (::IsDialogMessageA(window_.get(), &message)) continue;
+    while (::GetMessageW(&message, nullptr, 0, 0) > 0) {
+      if (::IsDialogMessageW(window_.get(), &message)) continue;
       ::TranslateMessage(&message);
-      ::DispatchMessageA(&message);
+      ::DispatchMessageW(&message);
     }
     return static_cast<int>(message.wParam);
   }
@@ -103,26 +115,25 @@ class Form {
   int scaled(int pixels) const { return ::MulDiv(pixels, dots_per_inch_, 96); }
 
   Window make_window() const {
-    WNDCLASSA description{};
+    WNDCLASSW description{};
     description.lpfnWndProc = &Form::procedure;
-    description.hInstance = ::GetModuleHandleA(nullptr);
-    description.hIcon = ::LoadIconA(nullptr, MAKEINTRESOURCEA(32512));
-    description.hCursor = ::LoadCursorA(nullptr, MAKEINTRESOURCEA(32512));
+    description.hInstance = ::GetModuleHandleW(nullptr);
+    description.hIcon = ::LoadIconW(nullptr, MAKEINTRESOURCEW(32512));
+    description.hCursor = ::LoadCursorW(nullptr, MAKEINTRESOURCEW(32512));
     description.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
-    description.lpszClassName = "TornbyForm";
-    ::RegisterClassA(&description);
-    Window window(::CreateWindowExA(0, description.lpszClassName, title, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
+    description.lpszClassName = L"TornbyForm";
+    ::RegisterClassW(&description);
+    Window window(::CreateWindowExW(0, description.lpszClassName, title, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
                                     CW_USEDEFAULT, CW_USEDEFAULT, scaled(state_.width), scaled(state_.height), nullptr,
                                     make_menu(), description.hInstance, nullptr));
     if (!window) throw tornby::RuntimeError(tornby::StandardError::automation_error);
     return window;
   }
 
-  /// Runs what an event or a message asks for. No exception may pass through a window procedure.
-  template <class Action>
-  void guarded(Action action) {
+  /// Shows an error. No exception may pass through a window procedure.
+  void report(std::exception_ptr exception) {
     try {
-      action();
+      std::rethrow_exception(exception);
     } catch (const std::exception& error) {
       label_->Caption(tornby::widen(error.what()));
     }
@@ -183,11 +194,11 @@ class Form {
       case open_command:
         open();
         break;
-      case check_command:  // also Enter in the edit field
+      case check_command:
         check();
         break;
       case exit_command:
-        ::PostMessageA(window_.get(), WM_CLOSE, 0, 0);
+        ::PostMessageW(window_.get(), WM_CLOSE, 0, 0);
         break;
       default:
         choose(id, state_);
@@ -224,22 +235,26 @@ class Form {
       default:
         break;
     }
-    return ::DefWindowProcA(window_.get(), message, wparam, lparam);
+    return ::DefWindowProcW(window_.get(), message, wparam, lparam);
   }
 
   static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
-    auto* form = reinterpret_cast<Form*>(::GetWindowLongPtrA(window, GWLP_USERDATA));
-    if (!form) return ::DefWindowProcA(window, message, wparam, lparam);
-    LRESULT result = 0;
-    form->guarded([&] { result = form->handle(message, wparam, lparam); });
-    return result;
+    auto* form = reinterpret_cast<Form*>(::GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (!form) return ::DefWindowProcW(window, message, wparam, lparam);
+    try {
+      return form->handle(message, wparam, lparam);
+    } catch (...) {
+      form->report(std::current_exception());
+      return 0;
+    }
   }
 
   const int dots_per_inch_ = ::GetDeviceCaps(tornby::windows::ScreenContext(), LOGPIXELSY);
   const String settings_file_;
   FormState state_;
   tornby::clsDIALOGS dialogs_;
-  Window window_;
+  const Window window_;
+  const std::shared_ptr<Site> site_ = std::make_shared<Site>(*this);
   ControlWindow<tornby::kelBrowseButton> browse_;
   ControlWindow<tornby::kelHyperLabel> link_;
   ControlWindow<tornby::kelLabel> label_;
@@ -247,7 +262,12 @@ class Form {
 };
 
 String settings_file() {
-  if (__argc > 1) return tornby::windows::wide(__argv[1]);
+  struct LocalDeleter {
+    void operator()(wchar_t** block) const { ::LocalFree(block); }
+  };
+  int count = 0;
+  const std::unique_ptr<wchar_t*, LocalDeleter> arguments(::CommandLineToArgvW(::GetCommandLineW(), &count));
+  if (count > 1) return text_of(arguments.get()[1]);
   return std::get<String>(tornby::PathClass().LocalAppData()) + u"\\Tornby form.txt";
 }
 
@@ -258,7 +278,7 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int show) {
   try {
     return Form(settings_file()).run(show);
   } catch (const std::exception& error) {
-    ::MessageBoxA(nullptr, error.what(), title, MB_ICONERROR);
+    ::MessageBoxA(nullptr, error.what(), nullptr, MB_ICONERROR);
     return 1;
   }
 }

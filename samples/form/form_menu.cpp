@@ -8,30 +8,30 @@ constexpr UINT choices_each = 3;
 struct Setting {
   int FormState::*value;
   UINT first_command;
-  const char* choices[choices_each];
+  const wchar_t* choices[choices_each];
 };
 
 constexpr Setting settings[] = {
-    {&FormState::alignment, 200, {"&Left", "&Right", "&Centre"}},
-    {&FormState::vertical, 300, {"&Top", "&Middle", "&Bottom"}},
-    {&FormState::frame, 400, {"&No frame", "&Dotted frame", "L&ine frame"}},
+    {&FormState::alignment, 200, {L"&Left", L"&Right", L"&Centre"}},
+    {&FormState::vertical, 300, {L"&Top", L"&Middle", L"&Bottom"}},
+    {&FormState::frame, 400, {L"&No frame", L"&Dotted frame", L"L&ine frame"}},
 };
 
 HMENU make_file_menu() {
   const HMENU menu = ::CreatePopupMenu();
-  ::AppendMenuA(menu, MF_STRING, open_command, "&Open...");
-  ::AppendMenuA(menu, MF_STRING, check_command, "&Check again\tEnter");
-  ::AppendMenuA(menu, MF_SEPARATOR, 0, nullptr);
-  ::AppendMenuA(menu, MF_STRING, exit_command, "E&xit");
+  ::AppendMenuW(menu, MF_STRING, open_command, L"&Open...");
+  ::AppendMenuW(menu, MF_STRING, check_command, L"&Check again\tEnter");
+  ::AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
+  ::AppendMenuW(menu, MF_STRING, exit_command, L"E&xit");
   return menu;
 }
 
 HMENU make_label_menu() {
   const HMENU menu = ::CreatePopupMenu();
   for (const Setting& setting : settings) {
-    if (&setting != settings) ::AppendMenuA(menu, MF_SEPARATOR, 0, nullptr);
+    if (&setting != settings) ::AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
     UINT command = setting.first_command;
-    for (const char* choice : setting.choices) ::AppendMenuA(menu, MF_STRING, command++, choice);
+    for (const wchar_t* choice : setting.choices) ::AppendMenuW(menu, MF_STRING, command++, choice);
   }
   return menu;
 }
@@ -40,8 +40,8 @@ HMENU make_label_menu() {
 
 HMENU make_menu() {
   const HMENU menu = ::CreateMenu();
-  ::AppendMenuA(menu, MF_POPUP, reinterpret_cast<UINT_PTR>(make_file_menu()), "&File");
-  ::AppendMenuA(menu, MF_POPUP, reinterpret_cast<UINT_PTR>(make_label_menu()), "&Label");
+  ::AppendMenuW(menu, MF_POPUP, reinterpret_cast<UINT_PTR>(make_file_menu()), L"&File");
+  ::AppendMenuW(menu, MF_POPUP, reinterpret_cast<UINT_PTR>(make_label_menu()), L"&Label");
   return menu;
 }
 

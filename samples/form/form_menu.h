@@ -5,7 +5,7 @@
 
 #include "form_state.h"
 
-enum FileCommand : UINT { check_command = IDOK, open_command = 100, exit_command };
+enum FileCommand : UINT { open_command = 100, check_command, exit_command };
 
 /// It belongs to the window that it is given to.
 HMENU make_menu();
