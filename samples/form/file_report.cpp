@@ -14,7 +14,7 @@ using tornby::Variant;
 /// Like clsCRC::CalculateFile, but a number on every system.
 Variant checksum_of(StringView path) {
   tornby::clsCRC crc;
-  const Variant result = crc.CalculateFile(path);
+  Variant result = crc.CalculateFile(path);
   if (!tornby::is_empty(result)) return result;
   // The file is empty, or this is a 32-bit program on a 64-bit system.
   const String content = tornby::clsApi().ApiReadFile(path);
