@@ -1,4 +1,18 @@
+// Every header that a program includes must be there, with all that it includes itself.
+#include <checksums/clsApi.h>
 #include <checksums/clsCRC.h>
+#include <checksums/clsEncryptXOR.h>
+#include <checksums/clsWebEncryption.h>
+#include <controls/kelBrowseButton.h>
+#include <controls/kelHyperLabel.h>
+#include <controls/kelLabel.h>
+#include <dialogs/clsDIALOGS.h>
+#include <settings/PathClass.h>
+#include <settings/ValueCollection.h>
+#include <settings/XML_Settings.h>
+#ifdef _WIN32
+#include <controls/windows/window_host.h>
+#endif
 
 #include <cstdio>
 
