@@ -1,6 +1,6 @@
-// Hexadecimal, Base64 and the keyed XOR from 64 bytes to 1 MiB, beside a copy of the same bytes; and a whole text file
-// up to 256 MiB, beside a plain read. Names are group/who/size, the size being that of the bytes that the form stands
-// for; the first of a group is what the others are compared with.
+// Hexadecimal, Base64 and the keyed XOR from 64 bytes to 1 MiB, beside OpenSSL's Base64 and a copy of the same bytes;
+// and a whole text file up to 256 MiB, beside a plain read. Names are group/who/size, the size being that of the bytes
+// that the form stands for; the first of a group is what the others are compared with.
 #include <benchmark/benchmark.h>
 
 #include <cstdint>
@@ -13,6 +13,10 @@
 #include "checksums/clsApi.h"
 #include "checksums/hex/kernels.h"
 #include "checksums/keyed_xor/kernels.h"
+
+#ifdef BENCH_OPENSSL
+#include <openssl/evp.h>
+#endif
 
 namespace {
 
@@ -46,23 +50,44 @@ void add(
 void copy(Blocks& b) {
   std::memcpy(b.digits.data(), b.bytes.data(), b.size);
 }
+
+const Codec& hex_plain() {
+  return hex::kernels().back();
+}
+const Codec& base64_plain() {
+  return base64::kernels().back();
+}
+
+template <const Codec& (*kernel)()>
 void hex_encode(Blocks& b) {
-  hex::encode_plain(b.bytes.data(), b.size, b.digits.data());
+  kernel().encode(b.bytes.data(), b.size, b.digits.data());
 }
+template <const Codec& (*kernel)()>
 void hex_decode(Blocks& b) {
-  benchmark::DoNotOptimize(hex::decode_plain(b.digits.data(), b.size, b.bytes.data()));
+  benchmark::DoNotOptimize(kernel().decode(b.digits.data(), b.size, b.bytes.data()));
 }
+template <const Codec& (*kernel)()>
 void base64_encode(Blocks& b) {
-  base64::encode_plain(b.bytes.data(), b.size / 3, b.digits.data());
+  kernel().encode(b.bytes.data(), b.size / 3, b.digits.data());
 }
+template <const Codec& (*kernel)()>
 void base64_decode(Blocks& b) {
-  benchmark::DoNotOptimize(base64::decode_plain(b.digits.data(), b.size / 3, b.bytes.data()));
+  benchmark::DoNotOptimize(kernel().decode(b.digits.data(), b.size / 3, b.bytes.data()));
 }
-template <std::size_t key_size>
+template <keyed_xor::Apply apply, std::size_t key_size>
 void keyed_xor_by(Blocks& b) {
   static const Bytes key(key_size, 0x5A);
-  keyed_xor::apply_plain(b.bytes.data(), b.size, key.data(), key.size(), 0);
+  apply(b.bytes.data(), b.size, key.data(), key.size(), 0);
 }
+
+#ifdef BENCH_OPENSSL
+void openssl_encode(Blocks& b) {
+  ::EVP_EncodeBlock(b.digits.data(), b.bytes.data(), static_cast<int>(b.size));
+}
+void openssl_decode(Blocks& b) {
+  benchmark::DoNotOptimize(::EVP_DecodeBlock(b.bytes.data(), b.digits.data(), static_cast<int>(b.size / 3 * 4)));
+}
+#endif
 
 /// A file of that size, made when first asked for and removed at the end.
 const std::filesystem::path& file_of(std::uintmax_t size) {
@@ -115,17 +140,29 @@ void add_read(const char* name, void (*read)(const std::filesystem::path&, std::
 }
 
 const bool added = [] {
-  add("hex encode/plain", hex_encode);
+  add("hex encode/plain", hex_encode<hex_plain>);
+  add("hex encode/best", hex_encode<hex::best>);
   add("hex encode/memcpy", copy);
-  add("hex decode/plain", hex_decode, hex_encode);
+  add("hex decode/plain", hex_decode<hex_plain>, hex_encode<hex_plain>);
+  add("hex decode/best", hex_decode<hex::best>, hex_encode<hex_plain>);
   add("hex decode/memcpy", copy);
-  add("base64 encode/plain", base64_encode);
+  add("base64 encode/plain", base64_encode<base64_plain>);
+  add("base64 encode/best", base64_encode<base64::best>);
+#ifdef BENCH_OPENSSL
+  add("base64 encode/OpenSSL", openssl_encode);
+#endif
   add("base64 encode/memcpy", copy);
-  add("base64 decode/plain", base64_decode, base64_encode);
+  add("base64 decode/plain", base64_decode<base64_plain>, base64_encode<base64_plain>);
+  add("base64 decode/best", base64_decode<base64::best>, base64_encode<base64_plain>);
+#ifdef BENCH_OPENSSL
+  add("base64 decode/OpenSSL", openssl_decode, base64_encode<base64_plain>);
+#endif
   add("base64 decode/memcpy", copy);
-  add("xor, key of 16/plain", keyed_xor_by<16>);
+  add("xor, key of 16/plain", keyed_xor_by<keyed_xor::apply_plain, 16>);
+  add("xor, key of 16/best", keyed_xor_by<keyed_xor::apply, 16>);
   add("xor, key of 16/memcpy", copy);
-  add("xor, key of 5/plain", keyed_xor_by<5>);
+  add("xor, key of 5/plain", keyed_xor_by<keyed_xor::apply_plain, 5>);
+  add("xor, key of 5/best", keyed_xor_by<keyed_xor::apply, 5>);
   add("xor, key of 5/memcpy", copy);
   add_read("read/fread", plain_read);
   add_read("read/fread to a string", plain_read_as_text);

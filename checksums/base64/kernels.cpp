@@ -4,6 +4,9 @@ namespace tornby::base64 {
 namespace {
 
 constexpr Codec list[] = {
+#ifdef TORNBY_X86_KERNELS
+    {"shuffled", byte_shuffle, encode_shuffled, decode_shuffled},
+#endif
     {"plain", no_features, encode_plain, decode_plain},
 };
 

@@ -16,5 +16,7 @@ const Codec& best();
 // The kernels themselves.
 void encode_plain(const std::uint8_t* bytes, std::size_t groups, std::uint8_t* digits);
 std::size_t decode_plain(const std::uint8_t* digits, std::size_t groups, std::uint8_t* bytes);
+void encode_shuffled(const std::uint8_t* bytes, std::size_t groups, std::uint8_t* digits);
+std::size_t decode_shuffled(const std::uint8_t* digits, std::size_t groups, std::uint8_t* bytes);
 
 }  // namespace tornby::base64

@@ -8,6 +8,9 @@ constexpr Crc16Kernel crc16_list[] = {
     {"bytewise", no_features, update_crc16_bytewise},
 };
 constexpr Crc32Kernel crc32_list[] = {
+#ifdef TORNBY_X86_KERNELS
+    {"carryless", carryless_multiplication, update_crc32_carryless},
+#endif
     {"sliced", no_features, update_crc32_sliced},
     {"bytewise", no_features, update_crc32_bytewise},
 };

@@ -5,7 +5,9 @@
 //
 // The method is Sarwate's table walk ("Computation of cyclic redundancy checks via table look-up", CACM 31(8), 1988)
 // and, for the fast kernels, its extension to several bytes a step (Kounavis and Berry, "Novel table lookup-based
-// algorithms for high-performance CRC generation", IEEE Transactions on Computers 57(11), 2008).
+// algorithms for high-performance CRC generation", IEEE Transactions on Computers 57(11), 2008). Processors that
+// multiply without carries fold long blocks (Gopal et al., "Fast CRC computation for generic polynomials using
+// PCLMULQDQ instruction", Intel white paper 323102, 2009).
 #pragma once
 
 #include <cstddef>
@@ -38,5 +40,6 @@ std::uint16_t update_crc16_bytewise(std::uint16_t value, const std::uint8_t* dat
 std::uint16_t update_crc16_sliced(std::uint16_t value, const std::uint8_t* data, std::size_t size);
 std::uint32_t update_crc32_bytewise(std::uint32_t value, const std::uint8_t* data, std::size_t size);
 std::uint32_t update_crc32_sliced(std::uint32_t value, const std::uint8_t* data, std::size_t size);
+std::uint32_t update_crc32_carryless(std::uint32_t value, const std::uint8_t* data, std::size_t size);
 
 }  // namespace tornby::crc

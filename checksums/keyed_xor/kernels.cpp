@@ -4,6 +4,9 @@ namespace tornby::keyed_xor {
 namespace {
 
 constexpr Kernel list[] = {
+#ifdef TORNBY_X86_KERNELS
+    {"repeated", vectors, apply_repeated},
+#endif
     {"plain", no_features, apply_plain},
 };
 

@@ -30,5 +30,7 @@ void apply(std::uint8_t* data, std::size_t size, const std::uint8_t* key, std::s
 // The kernels themselves.
 void apply_plain(std::uint8_t* data, std::size_t size, const std::uint8_t* key, std::size_t key_size,
                  std::size_t phase);
+void apply_repeated(std::uint8_t* data, std::size_t size, const std::uint8_t* key, std::size_t key_size,
+                    std::size_t phase);
 
 }  // namespace tornby::keyed_xor

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 
 #include "server.h"
 
@@ -100,29 +101,46 @@ TEST(Robustness, NothingIsLeftBehind) {
 }
 
 TEST(Robustness, CallersMayAlignTheStackTo4BytesOnly) {
-  const Server server;
-  const auto crc = server.create<IclsCRC>(CLSID_clsCRC);
-  struct Call {
-    IclsCRC* crc;
-    BSTR text;
-    OwnedVariant value;
-    HRESULT result;
+  struct Callers {
+    ComPtr<IclsCRC> crc;
+    ComPtr<IclsEncryptXOR> cipher;
+    ComPtr<IclsWebEncryption> web;
+    Bstr text{std::wstring(1000, L'x').c_str()};
+    std::wstring results = {};
+
+    void add(BSTR result) {
+      results += result ? result : L"none";
+      ::SysFreeString(result);
+    }
+    /// What works on vectors inside.
+    void call_all() {
+      OwnedVariant sum;
+      BSTR digits = nullptr;
+      crc->CalculateString(text, sum.get());
+      results += std::to_wstring(sum->lVal);
+      cipher->HexEncrypt(text, &digits);
+      BSTR plain = nullptr;
+      cipher->HexDecrypt(digits, &plain);
+      add(digits);
+      add(plain);
+      BSTR base64 = nullptr;
+      web->bsEncodeString(text, &base64);
+      web->bsDecodeString(base64, &plain);
+      add(base64);
+      add(plain);
+    }
   };
-  const Bstr text(std::wstring(1000, L'x').c_str());
-  Call context{crc.get(), text, OwnedVariant(), E_FAIL};
-  ASSERT_EQ(crc->CalculateString(text, context.value.get()), S_OK);
-  const LONG expected = context.value->lVal;
+  const Server server;
+  Callers callers{server.create<IclsCRC>(CLSID_clsCRC), server.create<IclsEncryptXOR>(CLSID_clsEncryptXOR),
+                  server.create<IclsWebEncryption>(CLSID_clsWebEncryption)};
+  callers.cipher->put_Key(Bstr(L"key"));
+  callers.call_all();
+  const std::wstring expected = std::exchange(callers.results, {});
+  EXPECT_GT(expected.size(), 3000u);
   for (unsigned shift = 0; shift < 16; shift += 4) {
-    context.value->lVal = 0;
     with_stack_off_by(
-        shift,
-        [](void* pointer) {
-          auto* call = static_cast<Call*>(pointer);
-          call->result = call->crc->CalculateString(call->text, call->value.get());
-        },
-        &context);
-    EXPECT_EQ(context.result, S_OK);
-    EXPECT_EQ(context.value->lVal, expected) << shift;
+        shift, [](void* pointer) { static_cast<Callers*>(pointer)->call_all(); }, &callers);
+    EXPECT_EQ(std::exchange(callers.results, {}), expected) << shift;
   }
 }
 #endif
