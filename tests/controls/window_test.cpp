@@ -406,6 +406,17 @@ TEST(ControlWindow, HandsExceptionsOfHandlersToItsSite) {
   EXPECT_EQ(site->log, "on the surface in the field");
 }
 
+TEST(WindowHost, KeepsTheLastErrorOfTheSystem) {
+  const Form form;
+  ControlWindow<kelLabel> label(form, {10, 10, 210, 110});
+  ::UpdateWindow(label.window());
+  EXPECT_EQ(label.host().last_error(), 0u);
+  label.host().draw(reinterpret_cast<HDC>(0x1234), {0, 0, 10, 10});  // no device context
+  EXPECT_NE(label.host().last_error(), 0u);
+  label->Caption(u"laid out once more");
+  EXPECT_EQ(label.host().last_error(), 0u);
+}
+
 TEST(WindowHost, DrawsWithoutAWindow) {
   ControlSite site;
   const auto host = WindowHost::create<kelBrowseButton>(site);
