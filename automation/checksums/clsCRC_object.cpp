@@ -1,6 +1,6 @@
 #include "checksums/clsCRC.h"
 
-#include "automation/dispatch_object.h"
+#include "automation/com/dispatch_object.h"
 #include "tornby_idl.h"
 
 namespace tornby::automation {

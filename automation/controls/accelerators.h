@@ -4,7 +4,7 @@
 #include <memory>
 #include <type_traits>
 
-#include "automation/com.h"
+#include "automation/com/com.h"
 
 namespace tornby::automation {
 

@@ -3,10 +3,10 @@
 
 #include <array>
 
+#include "automation/com/dispatch_object.h"
 #include "automation/controls/font_property.h"
 #include "automation/controls/ole_control.h"
 #include "automation/controls/ole_values.h"
-#include "automation/dispatch_object.h"
 
 namespace tornby::automation {
 

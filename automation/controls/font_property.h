@@ -3,7 +3,7 @@
 
 #include <functional>
 
-#include "automation/counted.h"
+#include "automation/com/counted.h"
 #include "controls/values.h"
 
 namespace tornby::automation {

@@ -2,10 +2,10 @@
 
 #include <cmath>
 
+#include "automation/com/convert.h"
+#include "automation/com/error_edge.h"
 #include "automation/controls/ole_values.h"
 #include "automation/controls/storage.h"
-#include "automation/convert.h"
-#include "automation/error_edge.h"
 #include "controls/mnemonic.h"
 
 namespace tornby::automation {

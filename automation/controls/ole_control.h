@@ -7,10 +7,10 @@
 #include <functional>
 #include <memory>
 
-#include "automation/class_table.h"
-#include "automation/connection_point.h"
+#include "automation/com/connection_point.h"
+#include "automation/com/counted.h"
 #include "automation/controls/accelerators.h"
-#include "automation/counted.h"
+#include "automation/server/class_table.h"
 #include "controls/windows/window_host.h"
 
 namespace tornby::automation {

@@ -2,8 +2,8 @@
 
 #include <cmath>
 
-#include "automation/convert.h"
-#include "automation/error_edge.h"
+#include "automation/com/convert.h"
+#include "automation/com/error_edge.h"
 #include "base/runtime_error.h"
 
 namespace tornby::automation {

@@ -1,7 +1,7 @@
 // Fonts, pictures and property values between OLE and the controls.
 #pragma once
 
-#include "automation/com.h"
+#include "automation/com/com.h"
 #include "controls/windows/elements.h"
 
 namespace tornby::automation {

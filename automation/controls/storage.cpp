@@ -4,9 +4,9 @@
 #include <cstring>
 #include <type_traits>
 
+#include "automation/com/convert.h"
+#include "automation/com/error_edge.h"
 #include "automation/controls/ole_values.h"
-#include "automation/convert.h"
-#include "automation/error_edge.h"
 #include "base/runtime_error.h"
 
 namespace tornby::automation {

@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-#include "automation/com.h"
+#include "automation/com/com.h"
 #include "controls/property_bag.h"
 
 namespace tornby::automation {

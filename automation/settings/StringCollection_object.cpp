@@ -1,5 +1,5 @@
-#include "automation/collection_enumerator.h"
-#include "automation/dispatch_object.h"
+#include "automation/com/collection_enumerator.h"
+#include "automation/com/dispatch_object.h"
 #include "automation/settings/collections.h"
 #include "base/runtime_error.h"
 

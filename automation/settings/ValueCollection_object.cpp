@@ -1,8 +1,8 @@
 #include <memory>
 #include <unordered_map>
 
-#include "automation/collection_enumerator.h"
-#include "automation/dispatch_object.h"
+#include "automation/com/collection_enumerator.h"
+#include "automation/com/dispatch_object.h"
 #include "automation/settings/collections.h"
 
 namespace tornby::automation {

@@ -1,7 +1,7 @@
 #include "settings/XML_Settings.h"
 
-#include "automation/arrays.h"
-#include "automation/event_object.h"
+#include "automation/com/arrays.h"
+#include "automation/com/event_object.h"
 #include "automation/settings/collections.h"
 
 namespace tornby::automation {

@@ -1,7 +1,7 @@
 // Collections that members of other classes return.
 #pragma once
 
-#include "automation/com.h"
+#include "automation/com/com.h"
 #include "settings/ValueCollection.h"
 #include "tornby_idl.h"
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "automation/com.h"
+#include "automation/com/com.h"
 #include "base/text.h"
 #include "tornby_idl.h"
 

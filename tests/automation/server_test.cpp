@@ -18,7 +18,7 @@ const struct {
   const wchar_t* clsid;
   const CLSID* id;
 } classes[] = {
-#include "automation/classes.inc"
+#include "automation/server/classes.inc"
 };
 #undef TORNBY_CLASS
 

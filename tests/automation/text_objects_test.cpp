@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "automation/convert.h"
+#include "automation/com/convert.h"
 #include "server.h"
 #include "support/temporary_folder.h"
 

@@ -1,8 +1,8 @@
 // Values between COM and the classes.
 #pragma once
 
-#include "automation/arrays.h"
-#include "automation/com.h"
+#include "automation/com/arrays.h"
+#include "automation/com/com.h"
 #include "base/text.h"
 #include "base/variant.h"
 

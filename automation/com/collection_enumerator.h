@@ -4,8 +4,8 @@
 #include <functional>
 #include <utility>
 
-#include "automation/counted.h"
-#include "automation/error_edge.h"
+#include "automation/com/counted.h"
+#include "automation/com/error_edge.h"
 #include "base/ordered_collection.h"
 
 namespace tornby::automation {

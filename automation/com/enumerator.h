@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "automation/counted.h"
+#include "automation/com/counted.h"
 
 namespace tornby::automation {
 

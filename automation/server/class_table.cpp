@@ -1,14 +1,14 @@
-#include "automation/class_table.h"
+#include "automation/server/class_table.h"
 
 #include <initializer_list>
 
-#include "automation/error_edge.h"
+#include "automation/com/error_edge.h"
 
 namespace tornby::automation {
 
 // Each class object's source defines its own.
 #define TORNBY_CLASS(name, clsid, description) HRESULT create_##name(REFIID iid, void** object);
-#include "automation/classes.inc"
+#include "automation/server/classes.inc"
 #undef TORNBY_CLASS
 
 namespace {
@@ -33,7 +33,7 @@ constexpr DWORD sum(std::initializer_list<DWORD> bits) {
 #define TORNBY_CONTROL(name, clsid, description, picture, ...) \
   {L"" #name, L"" clsid, L"" description, create_##name, picture, sum({__VA_ARGS__})},
 constexpr ClassEntry table[] = {
-#include "automation/classes.inc"
+#include "automation/server/classes.inc"
 };
 #undef TORNBY_CLASS
 

@@ -3,7 +3,7 @@
 
 #include <exception>
 
-#include "automation/com.h"
+#include "automation/com/com.h"
 
 namespace tornby::automation {
 

@@ -4,9 +4,9 @@
 #include <new>
 #include <type_traits>
 
-#include "automation/convert.h"
-#include "automation/counted.h"
-#include "automation/late_binding.h"
+#include "automation/com/convert.h"
+#include "automation/com/counted.h"
+#include "automation/com/late_binding.h"
 
 namespace tornby::automation {
 

@@ -1,10 +1,10 @@
-#include "automation/arrays.h"
+#include "automation/com/arrays.h"
 
 #include <algorithm>
 #include <new>
 
-#include "automation/convert.h"
-#include "automation/error_edge.h"
+#include "automation/com/convert.h"
+#include "automation/com/error_edge.h"
 #include "base/runtime_error.h"
 
 namespace tornby::automation {

@@ -1,11 +1,11 @@
-#include "automation/registration.h"
+#include "automation/server/registration.h"
 
 #include <string>
 
-#include "automation/class_table.h"
-#include "automation/error_edge.h"
-#include "automation/module.h"
-#include "automation/registry_key.h"
+#include "automation/com/error_edge.h"
+#include "automation/server/class_table.h"
+#include "automation/server/module.h"
+#include "automation/server/registry_key.h"
 
 // In the import library, but in no header.
 extern "C" HRESULT WINAPI RegisterTypeLibForUser(ITypeLib* library, OLECHAR* path, OLECHAR* help_folder);

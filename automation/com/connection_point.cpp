@@ -1,9 +1,9 @@
-#include "automation/connection_point.h"
+#include "automation/com/connection_point.h"
 
 #include <algorithm>
 
-#include "automation/enumerator.h"
-#include "automation/error_edge.h"
+#include "automation/com/enumerator.h"
+#include "automation/com/error_edge.h"
 
 namespace tornby::automation {
 

@@ -1,9 +1,9 @@
-#include "automation/module.h"
+#include "automation/server/module.h"
 
 #include <atomic>
 #include <mutex>
 
-#include "automation/error_edge.h"
+#include "automation/com/error_edge.h"
 
 extern "C" IMAGE_DOS_HEADER __ImageBase;  // the linker's name for the start of this module
 

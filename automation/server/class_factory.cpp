@@ -1,9 +1,9 @@
-#include "automation/class_factory.h"
+#include "automation/server/class_factory.h"
 
 #include <new>
 
-#include "automation/counted.h"
-#include "automation/module.h"
+#include "automation/com/counted.h"
+#include "automation/server/module.h"
 
 namespace tornby::automation {
 namespace {

@@ -1,8 +1,8 @@
-#include "automation/error_edge.h"
+#include "automation/com/error_edge.h"
 
 #include <new>
 
-#include "automation/convert.h"
+#include "automation/com/convert.h"
 #include "base/runtime_error.h"
 
 namespace tornby::automation {

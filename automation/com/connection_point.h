@@ -4,7 +4,7 @@
 #include <span>
 #include <vector>
 
-#include "automation/com.h"
+#include "automation/com/com.h"
 
 namespace tornby::automation {
 

@@ -1,8 +1,8 @@
 // A class object that raises events.
 #pragma once
 
-#include "automation/connection_point.h"
-#include "automation/dispatch_object.h"
+#include "automation/com/connection_point.h"
+#include "automation/com/dispatch_object.h"
 
 namespace tornby::automation {
 

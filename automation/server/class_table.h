@@ -3,7 +3,7 @@
 
 #include <span>
 
-#include "automation/com.h"
+#include "automation/com/com.h"
 
 namespace tornby::automation {
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "automation/com.h"
+#include "automation/com/com.h"
 
 namespace tornby::automation {
 

@@ -1,4 +1,4 @@
-#include "automation/registry_key.h"
+#include "automation/server/registry_key.h"
 
 namespace tornby::automation {
 namespace {

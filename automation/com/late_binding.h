@@ -8,7 +8,7 @@
 // - null assigned to a property that holds an object clears it.
 #pragma once
 
-#include "automation/com.h"
+#include "automation/com/com.h"
 
 namespace tornby::automation {
 

@@ -1,10 +1,10 @@
 // What the DLL exports.
 #include <cwchar>
 
-#include "automation/class_factory.h"
-#include "automation/error_edge.h"
-#include "automation/module.h"
-#include "automation/registration.h"
+#include "automation/com/error_edge.h"
+#include "automation/server/class_factory.h"
+#include "automation/server/module.h"
+#include "automation/server/registration.h"
 
 using namespace tornby::automation;
 

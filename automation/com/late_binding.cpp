@@ -1,13 +1,13 @@
-#include "automation/late_binding.h"
+#include "automation/com/late_binding.h"
 
 #include <deque>
 #include <utility>
 #include <vector>
 
-#include "automation/arrays.h"
-#include "automation/convert.h"
-#include "automation/error_edge.h"
-#include "automation/module.h"
+#include "automation/com/arrays.h"
+#include "automation/com/convert.h"
+#include "automation/com/error_edge.h"
+#include "automation/server/module.h"
 
 namespace tornby::automation {
 namespace {

@@ -5,9 +5,9 @@
 #include <new>
 #include <utility>
 
-#include "automation/com.h"
-#include "automation/error_edge.h"
-#include "automation/module.h"
+#include "automation/com/com.h"
+#include "automation/com/error_edge.h"
+#include "automation/server/module.h"
 
 namespace tornby::automation {
 

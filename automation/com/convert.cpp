@@ -1,4 +1,4 @@
-#include "automation/convert.h"
+#include "automation/com/convert.h"
 
 #include <limits>
 #include <new>

@@ -1,7 +1,7 @@
 // The class factory: one for every class, told apart by its table entry.
 #pragma once
 
-#include "automation/class_table.h"
+#include "automation/server/class_table.h"
 
 namespace tornby::automation {
 
