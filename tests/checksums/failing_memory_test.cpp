@@ -1,0 +1,53 @@
+// Whatever allocation fails, the files and the results are right.
+#include <gtest/gtest.h>
+
+#include "base/single_byte_code_page.h"
+#include "checksums/clsApi.h"
+#include "checksums/clsCRC.h"
+#include "support/failing_allocations.h"
+#include "support/temporary_folder.h"
+
+namespace tornby {
+namespace {
+
+using testing::AllocationFailure;
+using testing::fail_each_allocation;
+
+TEST(FailingMemory, SavesAllOrNothing) {
+  const clsApi api(windows_1252());
+  const String text(20'000, u'n');
+  EXPECT_GT(fail_each_allocation([&](AllocationFailure& failure) {
+              const testing::TemporaryFolder folder;
+              const String name = folder.write("text.txt", "earlier");
+              const bool saved = failure.during([&] { return api.apiSaveFile(name, text); });
+              EXPECT_TRUE(saved || failure.happened());
+              EXPECT_EQ(folder.read("text.txt"), saved ? std::string(20'000, 'n') + "\r\n" : "earlier");
+            }),
+            0u);
+}
+
+TEST(FailingMemory, ReadsAllOrNothing) {
+  const testing::TemporaryFolder folder;
+  const String name = folder.write("text.txt", std::string(100'000, 'x'));
+  const clsApi api(windows_1252());
+  EXPECT_GT(fail_each_allocation([&](AllocationFailure& failure) {
+              const String text = failure.during([&] { return api.ApiReadFile(name); });
+              EXPECT_EQ(text.size(), text.empty() && failure.happened() ? 0u : 100'000u);
+            }),
+            0u);
+}
+
+TEST(FailingMemory, NoChecksumIsWrong) {
+  const testing::TemporaryFolder folder;
+  const String name = folder.write("digits.txt", "123456789");
+  const clsCRC crc;
+  EXPECT_GT(fail_each_allocation([&](AllocationFailure& failure) {
+              const Variant value = failure.during([&] { return crc.CalculateFile(name); });
+              const bool failed = value == Variant(std::int16_t{-1});
+              EXPECT_TRUE(failed ? failure.happened() : is_empty(value) || value == Variant(-873187034));
+            }),
+            0u);
+}
+
+}  // namespace
+}  // namespace tornby
