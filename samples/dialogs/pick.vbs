@@ -2,7 +2,8 @@
 ' Usage: cscript //nologo pick.vbs [folder]    the folder to start in, only needed the first time
 Option Explicit
 
-Dim dialogs, crc, name
+Dim api, dialogs, crc, name, text
+Set api = CreateObject("Tornby.clsApi")
 Set dialogs = CreateObject("Tornby.clsDIALOGS")
 Set crc = CreateObject("Tornby.clsCRC")
 
@@ -12,10 +13,18 @@ dialogs.strFilter = "Text files (*.txt;*.md)|*.txt;*.md|All files (*.*)|*.*"
 
 WScript.Echo "starting in " & dialogs.strInitialDir
 name = dialogs.strGetOpenFileName("")
-If name <> "" Then
-  WScript.Echo Right("0000000" & Hex(crc.CalculateFile(name)), 8) & "  " & name
-ElseIf dialogs.lngDialogError = 0 Then
-  WScript.Echo "nothing picked"
+If name = "" Then
+  If dialogs.lngDialogError = 0 Then
+    WScript.Echo "nothing picked"
+  Else
+    WScript.Echo "failed: " & dialogs.strDialogError
+  End If
 Else
-  WScript.Echo "failed: " & dialogs.strDialogError
+  text = api.ApiReadFile(name)
+  If text = "" Then
+    WScript.Echo "empty or not readable: " & name
+  Else
+    crc.AddString text
+    WScript.Echo Right("0000000" & Hex(crc.Value), 8) & "  " & name
+  End If
 End If
