@@ -3,7 +3,7 @@
 
 #include <cstddef>
 
-#include "base/text.h"
+#include <tornby/base/text.h>
 
 namespace tornby {
 

@@ -11,9 +11,9 @@
 #include <utility>
 #include <vector>
 
-#include "base/letter_case.h"
-#include "base/runtime_error.h"
-#include "base/text.h"
+#include <tornby/base/letter_case.h>
+#include <tornby/base/runtime_error.h>
+#include <tornby/base/text.h>
 
 namespace tornby {
 

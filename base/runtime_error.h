@@ -5,7 +5,7 @@
 #include <exception>
 #include <string>
 
-#include "base/text.h"
+#include <tornby/base/text.h>
 
 namespace tornby {
 

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <variant>
 
-#include "base/text.h"
+#include <tornby/base/text.h>
 
 namespace tornby {
 

@@ -3,11 +3,11 @@
 // A file's text is in the ANSI code page. Neither member raises an error: a failure is a false or empty result.
 #pragma once
 
-#include "base/ansi_code_page.h"
-#include "base/text.h"
-#include "platform/code_page.h"
-#include "platform/files.h"
-#include "platform/pointer.h"
+#include <tornby/base/ansi_code_page.h>
+#include <tornby/base/text.h>
+#include <tornby/platform/code_page.h>
+#include <tornby/platform/files.h>
+#include <tornby/platform/pointer.h>
 
 namespace tornby {
 

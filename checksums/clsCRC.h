@@ -17,12 +17,12 @@
 
 #include <cstdint>
 
-#include "base/ansi_code_page.h"
-#include "base/text.h"
-#include "base/variant.h"
-#include "platform/code_page.h"
-#include "platform/files.h"
-#include "platform/process.h"
+#include <tornby/base/ansi_code_page.h>
+#include <tornby/base/text.h>
+#include <tornby/base/variant.h>
+#include <tornby/platform/code_page.h>
+#include <tornby/platform/files.h>
+#include <tornby/platform/process.h>
 
 namespace tornby {
 

@@ -14,7 +14,7 @@
 
 #include <utility>
 
-#include "base/text.h"
+#include <tornby/base/text.h>
 
 namespace tornby {
 

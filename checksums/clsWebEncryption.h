@@ -29,9 +29,9 @@
 
 #include <cstdint>
 
-#include "base/ansi_code_page.h"
-#include "base/text.h"
-#include "platform/code_page.h"
+#include <tornby/base/ansi_code_page.h>
+#include <tornby/base/text.h>
+#include <tornby/platform/code_page.h>
 
 namespace tornby {
 

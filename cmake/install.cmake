@@ -2,12 +2,10 @@
 include(CMakePackageConfigHelpers)
 
 install(TARGETS tornby EXPORT tornby ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
-install(DIRECTORY base platform ${tornby_folders} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tornby
-  FILES_MATCHING PATTERN "*.h" PATTERN "windows" EXCLUDE PATTERN "posix" EXCLUDE)
-if(WIN32)
-  install(DIRECTORY controls/windows DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tornby/controls FILES_MATCHING PATTERN "*.h")
-  install(FILES platform/windows/system.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tornby/platform/windows)
-endif()
+foreach(header IN LISTS public_headers)
+  cmake_path(GET header PARENT_PATH folder)
+  install(FILES ${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tornby/${folder})
+endforeach()
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/tornby)
 install(EXPORT tornby NAMESPACE tornby:: DESTINATION ${package_dir} FILE tornbyConfig.cmake)
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/tornbyConfigVersion.cmake COMPATIBILITY SameMinorVersion)

@@ -9,8 +9,8 @@
 #include <cstdint>
 #include <span>
 
-#include "base/event.h"
-#include "controls/host.h"
+#include <tornby/base/event.h>
+#include <tornby/controls/host.h>
 
 namespace tornby {
 

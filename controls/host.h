@@ -11,8 +11,8 @@
 #include <memory>
 #include <vector>
 
-#include "controls/property_bag.h"
-#include "controls/values.h"
+#include <tornby/controls/property_bag.h>
+#include <tornby/controls/values.h>
 
 namespace tornby {
 

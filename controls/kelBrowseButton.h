@@ -7,7 +7,7 @@
 #include <memory>
 #include <span>
 
-#include "controls/control.h"
+#include <tornby/controls/control.h>
 
 namespace tornby {
 

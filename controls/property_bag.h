@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "controls/values.h"
+#include <tornby/controls/values.h>
 
 namespace tornby {
 

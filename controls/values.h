@@ -5,7 +5,7 @@
 #include <memory>
 #include <variant>
 
-#include "base/text.h"
+#include <tornby/base/text.h>
 
 namespace tornby {
 

@@ -38,13 +38,13 @@
 #include <string>
 #include <string_view>
 
-#include "base/ansi_code_page.h"
-#include "base/text.h"
-#include "platform/code_page.h"
-#include "platform/dialogs.h"
-#include "platform/message_box.h"
-#include "platform/module.h"
-#include "platform/profile.h"
+#include <tornby/base/ansi_code_page.h>
+#include <tornby/base/text.h>
+#include <tornby/platform/code_page.h>
+#include <tornby/platform/dialogs.h>
+#include <tornby/platform/message_box.h>
+#include <tornby/platform/module.h>
+#include <tornby/platform/profile.h>
 
 namespace tornby {
 

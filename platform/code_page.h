@@ -1,7 +1,7 @@
 // The ANSI code page of this system.
 #pragma once
 
-#include "base/ansi_code_page.h"
+#include <tornby/base/ansi_code_page.h>
 
 namespace tornby {
 

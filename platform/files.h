@@ -6,7 +6,7 @@
 #include <memory>
 #include <span>
 
-#include "base/text.h"
+#include <tornby/base/text.h>
 
 namespace tornby {
 

@@ -1,7 +1,7 @@
 // The folders of the system itself.
 #pragma once
 
-#include "base/text.h"
+#include <tornby/base/text.h>
 
 namespace tornby {
 

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "base/text.h"
+#include <tornby/base/text.h>
 
 namespace tornby {
 

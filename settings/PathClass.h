@@ -3,10 +3,10 @@
 
 #include <cstdint>
 
-#include "base/text.h"
-#include "base/variant.h"
-#include "platform/folders.h"
-#include "platform/registry.h"
+#include <tornby/base/text.h>
+#include <tornby/base/variant.h>
+#include <tornby/platform/folders.h>
+#include <tornby/platform/registry.h>
 
 namespace tornby {
 

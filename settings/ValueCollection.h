@@ -4,9 +4,9 @@
 #include <cstdint>
 #include <memory>
 
-#include "base/ordered_collection.h"
-#include "base/text.h"
-#include "base/variant.h"
+#include <tornby/base/ordered_collection.h>
+#include <tornby/base/text.h>
+#include <tornby/base/variant.h>
 
 namespace tornby {
 

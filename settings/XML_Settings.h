@@ -34,14 +34,14 @@
 #include <memory>
 #include <vector>
 
-#include "base/ansi_code_page.h"
-#include "base/event.h"
-#include "base/ordered_collection.h"
-#include "base/text.h"
-#include "platform/code_page.h"
-#include "platform/files.h"
-#include "settings/ValueCollection.h"
-#include "settings/document/tag_finder.h"
+#include <tornby/base/ansi_code_page.h>
+#include <tornby/base/event.h>
+#include <tornby/base/ordered_collection.h>
+#include <tornby/base/text.h>
+#include <tornby/platform/code_page.h>
+#include <tornby/platform/files.h>
+#include <tornby/settings/ValueCollection.h>
+#include <tornby/settings/document/tag_finder.h>
 
 namespace tornby {
 

@@ -4,8 +4,8 @@
 
 #include <string>
 
-#include "controls/control.h"
-#include "controls/windows/gdi.h"
+#include <tornby/controls/control.h>
+#include <tornby/controls/windows/gdi.h>
 
 namespace tornby::windows {
 

@@ -3,8 +3,8 @@
 
 #include <utility>
 
-#include "controls/host.h"
-#include "platform/windows/system.h"
+#include <tornby/controls/host.h>
+#include <tornby/platform/windows/system.h>
 
 namespace tornby::windows {
 

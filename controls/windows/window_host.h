@@ -12,7 +12,7 @@
 #include <variant>
 #include <vector>
 
-#include "controls/windows/elements.h"
+#include <tornby/controls/windows/elements.h>
 
 namespace tornby::windows {
 

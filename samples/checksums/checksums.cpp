@@ -1,6 +1,6 @@
 // Prints the CRC-32 of each file named on the command line.
-#include <checksums/clsApi.h>
-#include <checksums/clsCRC.h>
+#include <tornby/checksums/clsApi.h>
+#include <tornby/checksums/clsCRC.h>
 
 #include <cstdio>
 #include <string>

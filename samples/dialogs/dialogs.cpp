@@ -2,7 +2,7 @@
 // Usage: sample_dialogs open|several|short|prompt|save|folder|font|page|print|about [folder to start in]
 //   short    an open dialog with too little room for any name: a message box reports it
 //   prompt   an open dialog that cannot even be asked for: the prompt with its three buttons
-#include <dialogs/clsDIALOGS.h>
+#include <tornby/dialogs/clsDIALOGS.h>
 
 #include <cstdio>
 #include <string_view>

@@ -1,5 +1,5 @@
 // Prints each path named on the command line with tokens in place of special folders.
-#include <settings/PathClass.h>
+#include <tornby/settings/PathClass.h>
 
 #include <cstdio>
 

@@ -1,7 +1,7 @@
 #include "file_report.h"
 
-#include <checksums/clsApi.h>
-#include <checksums/clsCRC.h>
+#include <tornby/checksums/clsApi.h>
+#include <tornby/checksums/clsCRC.h>
 
 #include <cstdio>
 

@@ -1,7 +1,7 @@
 // What the form says of a file.
 #pragma once
 
-#include <base/text.h>
+#include <tornby/base/text.h>
 
 struct FileReport {
   tornby::String checksum;  // eight digits, or empty when there is none

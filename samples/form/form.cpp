@@ -1,13 +1,14 @@
 // A small desktop program: a file is chosen, a link shows its CRC-32, and a label tells what happened, aligned and
 // framed as the menu says. What was set is kept between runs.
 // Usage: sample_form [settings file]    by default "Tornby form.txt" in the local application data
-#include <base/runtime_error.h>
-#include <controls/kelBrowseButton.h>
-#include <controls/kelHyperLabel.h>
-#include <controls/kelLabel.h>
-#include <controls/windows/window_host.h>
-#include <dialogs/clsDIALOGS.h>
-#include <settings/PathClass.h>
+#include <tornby/base/runtime_error.h>
+#include <tornby/controls/kelBrowseButton.h>
+#include <tornby/controls/kelHyperLabel.h>
+#include <tornby/controls/kelLabel.h>
+#include <tornby/controls/windows/window_host.h>
+#include <tornby/dialogs/clsDIALOGS.h>
+#include <tornby/settings/PathClass.h>
+
 #include <shellapi.h>
 
 #include <cstdlib>

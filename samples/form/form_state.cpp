@@ -1,7 +1,7 @@
 #include "form_state.h"
 
-#include <base/runtime_error.h>
-#include <settings/XML_Settings.h>
+#include <tornby/base/runtime_error.h>
+#include <tornby/settings/XML_Settings.h>
 
 #include <string>
 

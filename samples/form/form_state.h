@@ -1,7 +1,7 @@
 // What the form keeps between runs.
 #pragma once
 
-#include <base/text.h>
+#include <tornby/base/text.h>
 
 struct FormState {
   tornby::String path;

@@ -1,8 +1,8 @@
 // Shows the three controls in each of their looks.
-#include <controls/kelBrowseButton.h>
-#include <controls/kelHyperLabel.h>
-#include <controls/kelLabel.h>
-#include <controls/windows/window_host.h>
+#include <tornby/controls/kelBrowseButton.h>
+#include <tornby/controls/kelHyperLabel.h>
+#include <tornby/controls/kelLabel.h>
+#include <tornby/controls/windows/window_host.h>
 
 #include <memory>
 #include <vector>

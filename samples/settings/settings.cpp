@@ -1,7 +1,7 @@
 // Sets a key of a settings file and lists the group's keys.
 // Usage: settings file group key value
-#include <base/letter_case.h>
-#include <settings/XML_Settings.h>
+#include <tornby/base/letter_case.h>
+#include <tornby/settings/XML_Settings.h>
 
 #include <cstdio>
 #include <string>

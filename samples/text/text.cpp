@@ -1,8 +1,8 @@
 // Enciphers a text file in place, or deciphers it again, as hexadecimal digits. Should anything fail, the file is as it
 // was.
 // Usage: text encipher|decipher file key
-#include <checksums/clsApi.h>
-#include <checksums/clsEncryptXOR.h>
+#include <tornby/checksums/clsApi.h>
+#include <tornby/checksums/clsEncryptXOR.h>
 
 #include <cstdio>
 #include <string_view>

@@ -10,7 +10,7 @@
 #include <optional>
 #include <vector>
 
-#include "base/text.h"
+#include <tornby/base/text.h>
 
 namespace tornby::document {
 

@@ -1,17 +1,17 @@
 // Every header that a program includes must be there, with all that it includes itself.
-#include <checksums/clsApi.h>
-#include <checksums/clsCRC.h>
-#include <checksums/clsEncryptXOR.h>
-#include <checksums/clsWebEncryption.h>
-#include <controls/kelBrowseButton.h>
-#include <controls/kelHyperLabel.h>
-#include <controls/kelLabel.h>
-#include <dialogs/clsDIALOGS.h>
-#include <settings/PathClass.h>
-#include <settings/ValueCollection.h>
-#include <settings/XML_Settings.h>
+#include <tornby/checksums/clsApi.h>
+#include <tornby/checksums/clsCRC.h>
+#include <tornby/checksums/clsEncryptXOR.h>
+#include <tornby/checksums/clsWebEncryption.h>
+#include <tornby/controls/kelBrowseButton.h>
+#include <tornby/controls/kelHyperLabel.h>
+#include <tornby/controls/kelLabel.h>
+#include <tornby/dialogs/clsDIALOGS.h>
+#include <tornby/settings/PathClass.h>
+#include <tornby/settings/ValueCollection.h>
+#include <tornby/settings/XML_Settings.h>
 #ifdef _WIN32
-#include <controls/windows/window_host.h>
+#include <tornby/controls/windows/window_host.h>
 #endif
 
 #include <cstdio>
