@@ -1,6 +1,6 @@
-# Configures and builds a project that consists of a page's lines and a small program. The library is installed where it
+# Configures a project that consists of a page's lines and a small program, and builds it where BUILT is not -1. The library is installed where it
 # looks for packages, and its sources stand in its folder "tornby".
-# Variables: SNIPPET, BUILD, SOURCE, WORK, GENERATOR
+# Variables: SNIPPET, BUILD, SOURCE, WORK, GENERATOR, BUILT
 file(REMOVE_RECURSE ${WORK})
 file(READ ${SNIPPET} snippet)
 file(WRITE ${WORK}/CMakeLists.txt "cmake_minimum_required(VERSION 3.25)\nproject(page LANGUAGES CXX)\n"
@@ -16,5 +16,7 @@ function(run)
 endfunction()
 run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${WORK}/installed)
 run(${CMAKE_COMMAND} -S ${WORK} -B ${WORK}/build -G ${GENERATOR} -DCMAKE_PREFIX_PATH=${WORK}/installed)
-run(${CMAKE_COMMAND} --build ${WORK}/build --target program)
-run(${WORK}/build/program)
+if(NOT BUILT EQUAL -1)
+  run(${CMAKE_COMMAND} --build ${WORK}/build --target program)
+  run(${WORK}/build/program)
+endif()

@@ -8,7 +8,7 @@ A fence says after its language what is done with it; a fence that does not is a
   vba run                      the same, with the types of its declarations taken out; "vba read" is only parsed
   text output                  what the script or program before it must have printed
   cpp run                      a whole program that is run too
-  cmake configure              a project is configured and built with it
+  cmake configure, cmake build a project is configured with it, or built and run too
   sh read, xml read, python read   parsed
   ... untried                  not tried at all; the page has to say "not tried"
 
@@ -27,7 +27,7 @@ import xml.dom.minidom
 FENCE = re.compile(r"(?P<comments>(?:<!--(?:(?!-->).)*-->\s*)*)^```(?P<info>[^\n]*)\n(?P<code>.*?)^```$", re.M | re.S)
 COMMENT = re.compile(r"<!--\s*(setup|answer)\s(.*?)-->", re.S)
 KINDS = {"cpp": {"build", "windows", "run"}, "vbscript": {"run", "continue"}, "javascript": {"run", "continue"},
-         "vba": {"run", "continue", "read"}, "cmake": {"configure"}, "sh": {"read"}, "xml": {"read"}, "python": {"read"},
+         "vba": {"run", "continue", "read"}, "cmake": {"configure", "build"}, "sh": {"read"}, "xml": {"read"}, "python": {"read"},
          "text": {"", "output"}, "ini": {""}}
 
 
@@ -90,7 +90,7 @@ class Page:
         elif (language, what) == ("text", "output"):
             (self.folder / (self.program + ".output")).write_text(code)
         elif language == "cmake":
-            self.write("cmake", line, ".cmake", code)
+            self.write("cmake_" + what, line, ".cmake", code)
         elif language == "sh":
             self.read_shell(line, code)
         elif language == "xml":
