@@ -12,7 +12,8 @@
 // (strLastOpenFolder), LastOpenFilter, LastOpenFile, LastSaveDir (strLastSaveFolder), LastSaveFilter, LastSaveFile. The
 // defaults are the module's folder for the three folders, 1 for the two filters and no file. A key that is there but
 // empty reads as the default; of a value at most 249 characters are read, and of several file names the first is kept.
-// A file that cannot be read gives the defaults; one that cannot be written is left as it is, silently.
+// A file that cannot be read gives the defaults; one that cannot be written is left as it is, silently. Of a text with
+// a line break what stands before it is written, so that no text makes further lines in the file.
 //
 // A cancelled or failing dialog raises nothing. It leaves its code in lngDialogError and a text in strDialogError and,
 // if blnShowErrorMessages is true and the code is not 0, shows a message box "DIALOG ERROR". A cancel has code 0 and
@@ -23,16 +24,16 @@
 // An unexpected run-time error in the open, save or font operation, such as 7 (out of memory) or 5 for a negative
 // lngMaxFileNameBuffer, is offered to the user, if blnShowErrorMessages is true, in a box with three buttons: Abort
 // ends the operation, Retry runs the failing step again, Ignore goes on with the next step. The steps are: fill the
-// request; show the dialog; report a failure; take over the answer; and for open and save: take over the filter index;
-// set strInitialDir. The font's answer takes six steps: size, face, colour, type, style, and what follows from the
-// style. An operation that has been aborted, or that meets such an error while blnShowErrorMessages is false, ends at
-// once with the result of a cancel; what earlier steps have set stays. In the other operations such an error is raised
-// to the caller.
+// request, each of its parts (owner, filter, name buffers, folder, caption and so on) a step of its own, so that what
+// is ignored is left out and nothing else; show the dialog; report a failure; take over the answer; and for open and
+// save: take over the filter index; set strInitialDir. The font's answer takes six steps: size, face, colour, type,
+// style, and what follows from the style. An operation that has been aborted, or that meets such an error while
+// blnShowErrorMessages is false, ends at once with the result of a cancel; what earlier steps have set stays. In the
+// other operations such an error is raised to the caller.
 #pragma once
 
 #include <array>
 #include <cstdint>
-#include <functional>
 #include <initializer_list>
 #include <span>
 #include <string>
@@ -218,16 +219,29 @@ class clsDIALOGS {
   struct Edges {
     std::int16_t left, top, right, bottom;
   };
-  using Step = std::function<void()>;
+
+  /// A step of an operation. It refers to the function that it is made from.
+  class Step {
+   public:
+    template <class Function>
+    Step(const Function& function)
+        : function_(&function), call_([](const void* f) { (*static_cast<const Function*>(f))(); }) {}
+    void operator()() const { call_(function_); }
+
+   private:
+    const void* function_;
+    void (*call_)(const void*);
+  };
 
   void load();
   void save() const;
 
   std::string to_ansi(StringView text) const;
   String from_ansi(std::string_view bytes) const;
-  FileDialogRequest file_request(const Choice& last, StringView caption, std::int32_t length) const;
+  bool fill(FileDialogRequest& request, StringView prompt, const Choice& last, StringView caption, std::int32_t length,
+            std::uint32_t flags);
   void take_opened(StringView buffer, String& result);
-  void take_several(StringView buffer, String& result);
+  void take_several(StringView buffer, std::int32_t count, String& result);
   void settle_font_style();
 
   void report_failure();

@@ -1,5 +1,7 @@
 // Opening, saving and choosing a folder.
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 #include "base/runtime_error.h"
 #include "dialogs/clsDIALOGS.h"
@@ -37,101 +39,114 @@ const String& clsDIALOGS::fstrReturnSingleFileName(std::int16_t index) const {
   return files_[static_cast<std::size_t>(index)];
 }
 
-FileDialogRequest clsDIALOGS::file_request(const Choice& last, StringView caption, std::int32_t length) const {
-  FileDialogRequest request;
-  request.owner = owner_;
-  request.filter = to_ansi(filter_);
-  request.filter_index = last.filter;
-  request.file = request.title = dialogs::name_buffer(length);
-  request.initial_folder = to_ansi(initial_folder_.empty() ? last.folder : initial_folder_);
-  request.caption = to_ansi(title_.empty() ? caption : title_);
-  return request;
+bool clsDIALOGS::fill(FileDialogRequest& request, StringView prompt, const Choice& last, StringView caption,
+                      std::int32_t length, std::uint32_t flags) {
+  return run(prompt,
+             {
+                 [&] { request.owner = owner_; },
+                 [&] { request.filter = to_ansi(filter_); },
+                 [&] { request.filter_index = last.filter; },
+                 [&] {
+                   request.title = dialogs::name_buffer(length);
+                   request.file = request.title;
+                   request.file_length = request.title_length = static_cast<std::uint32_t>(request.file.size());
+                 },
+                 [&] { request.initial_folder = to_ansi(initial_folder_.empty() ? last.folder : initial_folder_); },
+                 [&] { request.caption = to_ansi(title_.empty() ? caption : title_); },
+                 [&] { request.flags = flags; },
+             });
 }
 
 String clsDIALOGS::strGetOpenFileName(StringView) {
   FileDialogRequest request;
   FileDialogAnswer answer;
   String result;
-  const bool finished =
-      run(u"GET_OPEN_FILE_NAME_ERROR",
-          {
-              [&] {
-                file_count_ = 0;
-                const std::int32_t length = multiple_ ? std::max(name_length_, least_multiple_length) : name_length_;
-                request = file_request(last_open_, u"Select File To Open", length);
-                request.file_length = request.title_length = static_cast<std::uint32_t>(request.file.size());
-                request.flags = multiple_ ? open_flags | multiple_selection : open_flags;
-              },
-              [&] { answer = dialogs_.open_file(request); },
-              [&] {
-                if (answer.result == 0) report_failure();
-              },
-              [&] {
-                if (answer.result != 0) take_opened(from_ansi(answer.file), result);
-              },
-              [&] {
-                if (answer.result != 0) last_open_.filter = answer.filter_index;
-              },
-              [&] { initial_folder_ = last_open_.folder; },
-          });
-  return finished ? result : String();
+  file_count_ = 0;
+  constexpr StringView prompt = u"GET_OPEN_FILE_NAME_ERROR";
+  const std::int32_t length = multiple_ ? std::max(name_length_, least_multiple_length) : name_length_;
+  const std::uint32_t flags = multiple_ ? open_flags | multiple_selection : open_flags;
+  const bool finished = fill(request, prompt, last_open_, u"Select File To Open", length, flags) &&
+                        run(prompt, {
+                                        [&] { answer = dialogs_.open_file(request); },
+                                        [&] {
+                                          if (answer.result == 0) report_failure();
+                                        },
+                                        [&] {
+                                          if (answer.result != 0) take_opened(from_ansi(answer.file), result);
+                                        },
+                                        [&] {
+                                          if (answer.result != 0) last_open_.filter = answer.filter_index;
+                                        },
+                                        [&] { initial_folder_ = last_open_.folder; },
+                                    });
+  return finished ? std::move(result) : String();
 }
 
 void clsDIALOGS::take_opened(StringView buffer, String& result) {
-  if (multiple_) {
-    file_count_ = dialogs::count_files(buffer);
-    if (file_count_ > 1) return take_several(buffer, result);
+  const std::int32_t count = multiple_ ? dialogs::count_files(buffer) : 0;
+  if (count > 1) {
+    take_several(buffer, count, result);
+  } else {
+    String path(dialogs::up_to_nul(buffer));
+    String folder(dialogs::folder_part(path));
+    last_open_.file = multiple_ ? dialogs::file_part(path) : StringView(path);
+    last_open_.folder = std::move(folder);
+    result = std::move(path);
   }
-  result = dialogs::up_to_nul(buffer);
-  last_open_.folder = dialogs::folder_part(result);
-  last_open_.file = multiple_ ? dialogs::file_part(result) : StringView(result);
+  file_count_ = count;
 }
 
-void clsDIALOGS::take_several(StringView buffer, String& result) {
+void clsDIALOGS::take_several(StringView buffer, std::int32_t count, String& result) {
   String folder(dialogs::up_to_nul(buffer));
   const std::size_t start = folder.size() + 1;
   const std::size_t end = buffer.find(StringView(u"\0\0", 2)) + 2;
-  result = buffer.substr(start, end - start);
+  String all(buffer.substr(start, end - start));
   if (!folder.ends_with(u'\\')) folder += u'\\';
-  last_open_.folder = folder;
-  last_open_.file = dialogs::file_part(result);
 
-  StringView names = result;
-  const auto count = std::min(static_cast<std::size_t>(file_count_), files_.size());
-  for (std::size_t i = 0; i < count; ++i) {
+  StringView names = all;
+  std::vector<String> paths(std::min(static_cast<std::size_t>(count), files_.size()), folder);
+  for (String& path : paths) {
     const StringView name = dialogs::up_to_nul(names);
-    files_[i] = folder + String(name);
+    path += name;
     names.remove_prefix(name.size() + 1);
   }
+  last_open_.file = dialogs::file_part(all);
+  last_open_.folder = std::move(folder);
+  std::ranges::move(paths, files_.begin());
+  result = std::move(all);
 }
 
 String clsDIALOGS::strGetSaveFileName(StringView) {
   FileDialogRequest request;
   FileDialogAnswer answer;
   String result;
-  const bool finished = run(u"GET_SAVE_FILE_NAME_ERROR",
-                            {
-                                [&] {
-                                  request = file_request(last_save_, u"Save File", name_length_);
-                                  request.file_length = request.title_length = static_cast<std::uint32_t>(name_length_);
-                                  request.flags = create_prompt_ ? save_flags | create_prompt : save_flags;
-                                },
-                                [&] { answer = dialogs_.save_file(request); },
-                                [&] {
-                                  if (answer.result == 0) report_failure();
-                                },
-                                [&] {
-                                  if (answer.result == 0) return;
-                                  result = dialogs::up_to_nul(from_ansi(answer.file));
-                                  last_save_.folder = dialogs::folder_part(result);
-                                  last_save_.file = result;
-                                },
-                                [&] {
-                                  if (answer.result != 0) last_save_.filter = answer.filter_index;
-                                },
-                                [&] { initial_folder_ = last_save_.folder; },
-                            });
-  return finished ? result : String();
+  constexpr StringView prompt = u"GET_SAVE_FILE_NAME_ERROR";
+  const std::uint32_t flags = create_prompt_ ? save_flags | create_prompt : save_flags;
+  const bool finished = fill(request, prompt, last_save_, u"Save File", name_length_, flags) &&
+                        run(prompt, {
+                                        [&] {
+                                          if (!request.file.empty())  // this dialog hears of less room than there is
+                                            request.file_length = request.title_length =
+                                                static_cast<std::uint32_t>(name_length_);
+                                        },
+                                        [&] { answer = dialogs_.save_file(request); },
+                                        [&] {
+                                          if (answer.result == 0) report_failure();
+                                        },
+                                        [&] {
+                                          if (answer.result == 0) return;
+                                          String path(dialogs::up_to_nul(from_ansi(answer.file)));
+                                          String folder(dialogs::folder_part(path));
+                                          last_save_.file = path;
+                                          last_save_.folder = std::move(folder);
+                                          result = std::move(path);
+                                        },
+                                        [&] {
+                                          if (answer.result != 0) last_save_.filter = answer.filter_index;
+                                        },
+                                        [&] { initial_folder_ = last_save_.folder; },
+                                    });
+  return finished ? std::move(result) : String();
 }
 
 String clsDIALOGS::fstrBrowseForFolder(std::int32_t owner) {

@@ -70,24 +70,21 @@ bool clsDIALOGS::blnPageSetup() {
 
 bool clsDIALOGS::blnChooseFont() {
   FontDialogRequest request;
+  request.owner = owner_;
+  request.font.character_set = default_character_set;
+  request.flags = font_flags;
+  request.font_type = regular_font;
   FontDialogAnswer answer;
   // With an owner window that has gone the system answers -1: no success either.
   const auto succeeded = [&] { return answer.result > 0; };
-  const auto on_success = [&](Step take) {
-    return [&succeeded, take = std::move(take)] {
+  const auto on_success = [&](auto take) {
+    return [&succeeded, take] {
       if (succeeded()) take();
     };
   };
   const bool finished =
       run(u"CHOOSE_FONT_ERROR", {
-                                    [&] {
-                                      request = {};
-                                      request.owner = owner_;
-                                      request.font.character_set = default_character_set;
-                                      request.flags = font_flags;
-                                      request.font_type = regular_font;
-                                      request.style = std::string(style_capacity, '\0');
-                                    },
+                                    [&] { request.style = std::string(style_capacity, '\0'); },
                                     [&] { answer = dialogs_.choose_font(request); },
                                     [&] {
                                       if (!succeeded()) report_failure();

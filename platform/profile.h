@@ -23,7 +23,7 @@ class ProfileFiles {
   /// The value as a number; `otherwise` when file, section or key are missing, 0 when the value is no number.
   virtual std::int32_t read_number(StringView file, StringView section, StringView key, std::int32_t otherwise) = 0;
 
-  /// Writes the value up to its first NUL. False when that fails.
+  /// Writes the value up to its first NUL or line break. False when that fails.
   virtual bool write_text(StringView file, StringView section, StringView key, StringView value) = 0;
 };
 

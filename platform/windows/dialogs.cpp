@@ -139,6 +139,7 @@ class WindowsDialogs final : public Dialogs {
     record.lpLogFont = &font;
     record.Flags = request.flags;
     record.rgbColors = request.color;
+    if (answer.style.empty()) record.Flags &= ~static_cast<DWORD>(CF_USESTYLE);  // no room to write it to
     record.lpszStyle = answer.style.data();
     record.nFontType = request.font_type;
     answer.result = ::ChooseFontA(&record);

@@ -1,5 +1,7 @@
 #include "platform/profile.h"
 
+#include <algorithm>
+
 #include "platform/windows/system.h"
 #include "platform/windows/text.h"
 
@@ -30,8 +32,10 @@ class WindowsProfileFiles final : public ProfileFiles {
   }
 
   bool write_text(StringView file, StringView section, StringView key, StringView value) override {
-    return ::WritePrivateProfileStringA(ansi(section).c_str(), ansi(key).c_str(), ansi(value).c_str(),
-                                        ansi(file).c_str()) != 0;
+    std::string line = ansi(value);
+    line.resize(std::min(line.find_first_of("\r\n"), line.size()));
+    return ::WritePrivateProfileStringA(ansi(section).c_str(), ansi(key).c_str(), line.c_str(), ansi(file).c_str()) !=
+           0;
   }
 };
 

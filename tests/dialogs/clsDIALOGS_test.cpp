@@ -6,6 +6,7 @@
 #include "base/runtime_error.h"
 #include "scripted.h"
 #include "support/errors.h"
+#include "support/failing_allocations.h"
 
 namespace tornby {
 namespace {
@@ -310,14 +311,52 @@ TEST(clsDIALOGS, WithoutMessagesARunTimeErrorEndsTheOperation) {
   }
 }
 
-TEST(clsDIALOGS, IgnoringAFailedRequestShowsTheDialogAllTheSame) {
+TEST(clsDIALOGS, IgnoringAFailedPartOfTheRequestLeavesTheOthers) {
   Script script;
   script.answer_open("C:\\d\\a\0"s);
   script->lngMaxFileNameBuffer(-1);
+  script->lngHWnd(77);
+  script->strFilter(u"a|b");
+  script->strTitle(u"title");
   script.boxes.answers = {BoxAnswer::ignore};
   EXPECT_EQ(script->strGetOpenFileName(), u"C:\\d\\a");
   EXPECT_EQ(shown(script.boxes.shown[0].text), "Error #:5\r\nInvalid procedure call or argument\r\nN/A");
-  EXPECT_EQ(script.dialogs.opening.file_length, 0u);
+  const FileDialogRequest& request = script.dialogs.opening;
+  EXPECT_EQ(request.file_length, 0u);
+  EXPECT_EQ(request.owner, 77);
+  EXPECT_EQ(request.filter, "a\0b\0\0"s);
+  EXPECT_EQ(request.caption, "title");
+  EXPECT_EQ(request.initial_folder, "C:\\App");
+  EXPECT_EQ(request.flags, 0x8140Cu);
+}
+
+TEST(clsDIALOGS, WhateverAllocationFailsTheChoiceIsTakenWholeOrNotAtAll) {
+  const std::string long_name(40, 'n');
+  for (const bool saves : {false, true}) {
+    for (const bool several : {false, true}) {
+      EXPECT_GT(testing::fail_each_allocation([&](testing::AllocationFailure& failure) {
+                  Script script;
+                  script->blnShowErrorMessages(false);
+                  script->blnAllowMultipleFileSelect(several);
+                  std::string answer = "C:\\a folder of some length\\" + long_name + '\0';
+                  if (several) answer += "one\0another\0\0"s;
+                  saves ? script.answer_save(answer) : script.answer_open(answer);
+                  String result;
+                  try {
+                    result = failure.during(
+                        [&] { return saves ? script->strGetSaveFileName() : script->strGetOpenFileName(); });
+                  } catch (const std::bad_alloc&) {
+                    ADD_FAILURE() << "this is for the prompt";
+                  }
+                  const String& file = saves ? script->strLastSaveFile() : script->strLastOpenFile();
+                  const String& folder = saves ? script->strLastSaveFolder() : script->strLastOpenFolder();
+                  EXPECT_EQ(folder == u"C:\\App", file.empty());
+                  EXPECT_EQ(script->lngNumFilesSelected(), several && !saves && !file.empty() ? 2 : 0);
+                  EXPECT_TRUE(failure.happened() || !result.empty());
+                }),
+                0u);
+    }
+  }
 }
 
 TEST(clsDIALOGS, OtherOperationsPassRunTimeErrorsOn) {

@@ -78,7 +78,7 @@ TEST(Profile, FileHasTheSectionAndTheKeysInOrder) {
   ProfilesIn profiles(folder.path());
   {
     clsDIALOGS dialogs(native_dialogs(), native_message_boxes(), profiles);
-    dialogs.strInitialDir(u"C:\\\u00C9");
+    dialogs.strInitialDir(u"C:\\\u00C9\r\nLastOpenDir=elsewhere\n[other]");
   }
   const std::string own = program_folder().string();
   EXPECT_EQ(folder.read("real_dialogs_tests.ini"), "[DIALOGS]\r\nInitialDir=C:\\\xC9\r\nLastOpenDir=" + own +
