@@ -1,6 +1,9 @@
 #include "automation/com/arrays.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstring>
+#include <limits>
 #include <new>
 
 #include "automation/com/convert.h"
@@ -30,49 +33,69 @@ class NewArray {
   SAFEARRAY* array_;
 };
 
-/// What SafeArrayPutElement wants: a pointer to the value, but a string or an object itself.
-void* element_address(VARIANT& value, VARTYPE element) {
-  switch (element) {
-    case VT_VARIANT:
-      return &value;
-    case VT_BSTR:
-    case VT_DISPATCH:
-    case VT_UNKNOWN:
-      return value.byref;
-    default:
-      return &value.byref;
-  }
+/// The elements of a caller's array while they are looked at.
+class LockedArray {
+ public:
+  explicit LockedArray(SAFEARRAY* array) : array_(array) { check(::SafeArrayAccessData(array, &data_)); }
+  ~LockedArray() { ::SafeArrayUnaccessData(array_); }
+  LockedArray(const LockedArray&) = delete;
+  LockedArray& operator=(const LockedArray&) = delete;
+
+  void* data() const { return data_; }
+
+ private:
+  SAFEARRAY* array_;
+  void* data_ = nullptr;
+};
+
+/// Of an array that is sound and has one dimension; VT_EMPTY for any other.
+VARTYPE element_type(SAFEARRAY* array) {
+  VARTYPE type = VT_EMPTY;
+  const bool known = array && ::SafeArrayGetDim(array) == 1 && SUCCEEDED(::SafeArrayGetVartype(array, &type));
+  return known && is_sound(*array) ? type : static_cast<VARTYPE>(VT_EMPTY);
 }
 
-void read_element(SAFEARRAY* source, VARTYPE type, LONG index, VARIANT& value) {
-  if (type == VT_VARIANT) {
-    check(::SafeArrayGetElement(source, &index, &value));
-  } else {
-    check(::SafeArrayGetElement(source, &index, &value.byref));
-    value.vt = type;
-  }
+/// Writes a value into an element of a new array, which then owns what the value refers to.
+void put_element(void* data, std::size_t index, std::size_t size, VARTYPE type, OwnedVariant& value) {
+  void* const element = static_cast<std::byte*>(data) + index * size;
+  const VARIANT taken = value.detach();
+  std::memcpy(element, type == VT_VARIANT ? static_cast<const void*>(&taken) : &taken.byref, size);
 }
 
 SAFEARRAY* converted_copy(SAFEARRAY* source, VARTYPE element) {
-  VARTYPE type = VT_EMPTY;
-  if (!source || ::SafeArrayGetDim(source) != 1 || FAILED(::SafeArrayGetVartype(source, &type)) ||
-      (type != VT_VARIANT && type != VT_BSTR))
-    throw ComError(DISP_E_TYPEMISMATCH);
-  LONG lower = 0;
-  LONG upper = -1;
-  check(::SafeArrayGetLBound(source, 1, &lower));
-  check(::SafeArrayGetUBound(source, 1, &upper));
-  NewArray copy(element, lower, static_cast<std::size_t>(upper - lower + 1));
-  for (LONG index = lower; index <= upper; ++index) {
+  const VARTYPE type = element_type(source);
+  if (type != VT_VARIANT && type != VT_BSTR) throw ComError(DISP_E_TYPEMISMATCH);
+  const SAFEARRAYBOUND& bound = source->rgsabound[0];
+  NewArray copy(element, bound.lLbound, bound.cElements);
+  const LockedArray from(source), to(copy.get());
+  for (ULONG i = 0; i < bound.cElements; ++i) {
+    VARIANT original;
+    if (type == VT_VARIANT) {
+      original = static_cast<VARIANT*>(from.data())[i];
+    } else {
+      original.vt = VT_BSTR;
+      original.bstrVal = static_cast<BSTR*>(from.data())[i];
+    }
     OwnedVariant value;
-    read_element(source, type, index, *value);
-    if (element != VT_VARIANT) check(::VariantChangeType(value.get(), value.get(), 0, element));
-    check(::SafeArrayPutElement(copy.get(), &index, element_address(*value, element)));
+    if (!refers_to_something(original)) throw ComError(DISP_E_TYPEMISMATCH);
+    check(element == VT_VARIANT ? ::VariantCopyInd(value.get(), &original)
+                                : ::VariantChangeType(value.get(), &original, 0, element));
+    put_element(to.data(), i, copy.get()->cbElements, element, value);
   }
   return copy.detach();
 }
 
 }  // namespace
+
+bool is_sound(const SAFEARRAY& array) {
+  if (array.cDims == 0) return false;
+  for (USHORT i = 0; i < array.cDims; ++i) {
+    const SAFEARRAYBOUND& bound = array.rgsabound[i];
+    if (bound.cElements == 0) return true;
+    if (std::int64_t{bound.lLbound} + bound.cElements - 1 > std::numeric_limits<LONG>::max()) return false;
+  }
+  return array.pvData != nullptr;
+}
 
 HRESULT convert_array(SAFEARRAY* source, VARTYPE element, VARIANT* converted) {
   ::VariantInit(converted);
@@ -90,9 +113,7 @@ HRESULT convert_array(SAFEARRAY* source, VARTYPE element, VARIANT* converted) {
 LockedBytes::LockedBytes(SAFEARRAY** array) {
   if (!array) throw ComError(E_POINTER);
   if (!*array) return;
-  VARTYPE type = VT_EMPTY;
-  if (::SafeArrayGetDim(*array) != 1 || FAILED(::SafeArrayGetVartype(*array, &type)) || type != VT_UI1)
-    throw RuntimeError(StandardError::type_mismatch);
+  if (element_type(*array) != VT_UI1) throw RuntimeError(StandardError::type_mismatch);
   void* data = nullptr;
   check(::SafeArrayAccessData(*array, &data));
   array_ = *array;

@@ -35,9 +35,17 @@ VARIANT to_variant(const Variant& value) {
   return out;
 }
 
+bool refers_to_something(const VARIANT& value) {
+  if ((value.vt & VT_BYREF) == 0) return true;
+  if (!value.byref) return false;
+  if (value.vt != (VT_BYREF | VT_VARIANT)) return true;
+  const VARIANT& variable = *value.pvarVal;
+  return (variable.vt & VT_BYREF) == 0 || (variable.byref && variable.vt != (VT_BYREF | VT_VARIANT));
+}
+
 Variant from_variant(const VARIANT& value) {
   OwnedVariant plain;
-  if (FAILED(::VariantCopyInd(plain.get(), const_cast<VARIANT*>(&value))))
+  if (!refers_to_something(value) || FAILED(::VariantCopyInd(plain.get(), const_cast<VARIANT*>(&value))))
     throw RuntimeError(StandardError::type_mismatch);
   switch (plain->vt) {
     case VT_EMPTY:

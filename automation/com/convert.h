@@ -32,6 +32,9 @@ inline bool from_boolean(VARIANT_BOOL value) {
 /// A new VARIANT, which the caller clears: VT_EMPTY, VT_I2, VT_I4 or VT_BSTR.
 VARIANT to_variant(const Variant& value);
 
+/// False for a reference to nothing, also inside a script's variable, which the system's conversions would follow.
+bool refers_to_something(const VARIANT& value);
+
 /// Empty, 16-bit and 32-bit integers and strings as they are, also through a reference; all other numbers as a rounded
 /// 32-bit integer. Raises 94 for Null, 6 for a number that does not fit, 13 for what is no number.
 Variant from_variant(const VARIANT& value);

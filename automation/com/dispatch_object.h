@@ -46,13 +46,15 @@ class DispatchObject : public Counted<Interface, ISupportErrorInfo, IProvideClas
     if (index != 0) return DISP_E_BADINDEX;
     return this->act([&] { *info = binding_.type_info().detach(); });
   }
-  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override {
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID, DISPID* ids) override {
+    if (iid != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
     HRESULT result = S_OK;
     const HRESULT failure = this->act([&] { result = binding_.find(names, count, ids); });
     return FAILED(failure) ? failure : result;
   }
-  HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters, VARIANT* result,
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID iid, LCID, WORD flags, DISPPARAMS* parameters, VARIANT* result,
                                    EXCEPINFO* exception, UINT* bad_argument) override {
+    if (iid != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
     HRESULT outcome = S_OK;
     const HRESULT failure = this->act([&] {
       outcome = binding_.invoke(static_cast<Interface*>(this), id, flags, parameters, result, exception, bad_argument);

@@ -1,74 +1,26 @@
 #include "automation/com/late_binding.h"
 
-#include <deque>
-#include <utility>
+#include <cstdint>
+#include <limits>
+#include <list>
 #include <vector>
 
 #include "automation/com/arrays.h"
 #include "automation/com/convert.h"
-#include "automation/com/error_edge.h"
-#include "automation/server/module.h"
 
 namespace tornby::automation {
 namespace {
 
-/// The description of one member, which goes back to the type information that gave it.
-class Member {
- public:
-  /// The member with that id, called in one of these ways; false afterwards when there is none.
-  Member(ITypeInfo2* info, DISPID id, WORD ways) : info_(info) {
-    for (const auto way : {INVOKE_FUNC, INVOKE_PROPERTYGET, INVOKE_PROPERTYPUT, INVOKE_PROPERTYPUTREF}) {
-      UINT index = 0;
-      if ((ways & way) == 0 || FAILED(info->GetFuncIndexOfMemId(id, way, &index))) continue;
-      // Wine counts the interface's own members here, but the inherited ones too, which come first, when it describes.
-      while (SUCCEEDED(info->GetFuncDesc(index++, &description_))) {
-        if (description_->memid == id && description_->invkind == way) return;
-        info->ReleaseFuncDesc(std::exchange(description_, nullptr));
-      }
-    }
-  }
-  ~Member() {
-    if (description_) info_->ReleaseFuncDesc(description_);
-  }
-  Member(const Member&) = delete;
-  Member& operator=(const Member&) = delete;
-
-  explicit operator bool() const { return description_ != nullptr; }
-  const FUNCDESC& operator*() const { return *description_; }
-
- private:
-  ITypeInfo2* info_;
-  FUNCDESC* description_ = nullptr;
-};
-
-VARTYPE array_type(const TYPEDESC& type) {
-  return static_cast<VARTYPE>(VT_ARRAY | type.lptdesc->vt);
-}
-
-/// The variant type that a by-reference parameter points to; VT_EMPTY for other parameters, objects among them.
-VARTYPE referenced_type(const TYPEDESC& type) {
-  if (type.vt != VT_PTR) return VT_EMPTY;
-  switch (type.lptdesc->vt) {
-    case VT_SAFEARRAY:
-      return array_type(*type.lptdesc);
-    case VT_PTR:
-    case VT_USERDEFINED:
-    case VT_DISPATCH:
-    case VT_UNKNOWN:
-    case VT_VARIANT:
-      return VT_EMPTY;
-    default:
-      return type.lptdesc->vt;
-  }
-}
-
-bool takes_object(const TYPEDESC& type) {
-  return type.vt == VT_DISPATCH || type.vt == VT_UNKNOWN ||
-         (type.vt == VT_PTR && (type.lptdesc->vt == VT_USERDEFINED || type.lptdesc->vt == VT_DISPATCH));
-}
-
 bool is_script_variable(const VARIANT& argument) {
   return argument.vt == (VT_BYREF | VT_VARIANT);
+}
+
+/// False for an array that the system's conversions would stumble over.
+bool holds_sound_array(const VARIANT& argument) {
+  const VARIANT& value = is_script_variable(argument) ? *argument.pvarVal : argument;
+  if ((value.vt & VT_ARRAY) == 0) return true;
+  SAFEARRAY* const array = (value.vt & VT_BYREF) != 0 ? *value.pparray : value.parray;
+  return !array || is_sound(*array);
 }
 
 VARIANT reference_to(VARIANT& variable) {
@@ -82,16 +34,22 @@ VARIANT reference_to(VARIANT& variable) {
 /// The arguments of one call, as the type information can pass them on.
 class Arguments {
  public:
-  Arguments(const DISPPARAMS& parameters, const FUNCDESC& member)
-      : values_(parameters.rgvarg, parameters.rgvarg + parameters.cArgs) {
-    for (UINT i = 0; i < parameters.cArgs; ++i) {
-      const int position = position_of(parameters, i, member);
-      if (position < 0 || position >= member.cParams) continue;
-      const HRESULT result = prepare(values_[i], member.lprgelemdescParam[position].tdesc);
-      if (SUCCEEDED(result)) continue;
-      failure_ = result;
-      bad_argument_ = i;
+  Arguments(const DISPPARAMS& parameters, const Member& member) {
+    if ((!parameters.rgvarg && parameters.cArgs > 0) || (!parameters.rgdispidNamedArgs && parameters.cNamedArgs > 0) ||
+        parameters.cNamedArgs > parameters.cArgs) {
+      failure_ = E_INVALIDARG;
       return;
+    }
+    if (parameters.cArgs > member.parameters.size()) {
+      failure_ = DISP_E_BADPARAMCOUNT;
+      return;
+    }
+    values_.assign(parameters.rgvarg, parameters.rgvarg + parameters.cArgs);
+    for (UINT i = 0; i < parameters.cArgs && SUCCEEDED(failure_); ++i) {
+      bad_argument_ = i;
+      const std::size_t position = position_of(parameters, i, member);
+      failure_ =
+          position < member.parameters.size() ? prepare(values_[i], member.parameters[position]) : DISP_E_PARAMNOTFOUND;
     }
   }
 
@@ -101,16 +59,39 @@ class Arguments {
 
  private:
   /// Arguments come last first, the named ones in front.
-  static int position_of(const DISPPARAMS& parameters, UINT index, const FUNCDESC& member) {
-    if (index >= parameters.cNamedArgs) return static_cast<int>(parameters.cArgs - 1 - index);
+  static std::size_t position_of(const DISPPARAMS& parameters, UINT index, const Member& member) {
+    if (index >= parameters.cNamedArgs) return parameters.cArgs - 1 - index;
     const DISPID name = parameters.rgdispidNamedArgs[index];
-    return name == DISPID_PROPERTYPUT ? member.cParams - 1 : name;
+    return name == DISPID_PROPERTYPUT ? member.parameters.size() - 1 : static_cast<std::size_t>(name);
   }
 
-  HRESULT prepare(VARIANT& argument, const TYPEDESC& type) {
-    if (const VARTYPE wanted = referenced_type(type); wanted != VT_EMPTY) return pass_reference(argument, wanted);
-    if (type.vt == VT_SAFEARRAY) return pass_array(argument, array_type(type));
-    if (takes_object(type)) pass_null_object(argument);
+  HRESULT prepare(VARIANT& argument, const Parameter& parameter) {
+    if (!refers_to_something(argument)) return E_INVALIDARG;
+    if (!holds_sound_array(argument)) return DISP_E_TYPEMISMATCH;
+    switch (parameter.kind) {
+      case Parameter::Kind::value:
+        return S_OK;
+      case Parameter::Kind::reference:
+        return pass_reference(argument, parameter.type);
+      case Parameter::Kind::array:
+        return pass_array(argument, parameter.type);
+      case Parameter::Kind::object:
+        return pass_null_object(argument);
+      case Parameter::Kind::color:
+        return pass_color(argument, parameter.type);
+    }
+    return S_OK;
+  }
+
+  static HRESULT pass_color(VARIANT& argument, VARTYPE wanted) {
+    OwnedVariant number;
+    if (const HRESULT result = ::VariantChangeType(number.get(), &argument, 0, VT_I8); FAILED(result)) return result;
+    if (number->llVal < std::numeric_limits<std::int32_t>::min() ||
+        number->llVal > std::numeric_limits<std::uint32_t>::max())
+      return DISP_E_OVERFLOW;
+    ::VariantInit(&argument);
+    argument.vt = wanted;
+    argument.ulVal = static_cast<ULONG>(number->llVal);
     return S_OK;
   }
 
@@ -154,23 +135,24 @@ class Arguments {
     return S_OK;
   }
 
-  static void pass_null_object(VARIANT& argument) {
+  static HRESULT pass_null_object(VARIANT& argument) {
     const VARIANT& value = is_script_variable(argument) ? *argument.pvarVal : argument;
-    if (value.vt != VT_NULL) return;
+    if (value.vt != VT_NULL) return S_OK;
     ::VariantInit(&argument);
     argument.vt = VT_DISPATCH;
     argument.pdispVal = nullptr;
+    return S_OK;
   }
 
-  std::vector<VARIANT> values_;      // shallow: the caller or copies_ owns what they refer to
-  std::deque<OwnedVariant> copies_;  // does not move them
+  std::vector<VARIANT> values_;     // shallow: the caller or copies_ owns what they refer to
+  std::list<OwnedVariant> copies_;  // does not move them
   HRESULT failure_ = S_OK;
   UINT bad_argument_ = 0;
 };
 
 /// Scripts can look into arrays of variants only.
 HRESULT make_readable_by_scripts(VARIANT* result) {
-  if (!result || result->vt != (VT_ARRAY | VT_BSTR)) return S_OK;
+  if (result->vt != (VT_ARRAY | VT_BSTR)) return S_OK;
   OwnedVariant strings(*result);
   ::VariantInit(result);
   return convert_array(strings->parray, VT_VARIANT, result);
@@ -180,60 +162,42 @@ constexpr WORD puts = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
 
 }  // namespace
 
-ComPtr<ITypeInfo2> LateBinding::load() {
-  if (!info_) {
-    ComPtr<ITypeInfo> info;
-    check(load_type_library()->GetTypeInfoOfGuid(interface_id_, info.out()));
-    check(info->QueryInterface(IID_ITypeInfo2, info_.out_void()));
-  }
-  return info_;
-}
-
-ComPtr<ITypeInfo2> LateBinding::load_members() {
-  if (!members_) {
-    constexpr UINT own_interface = static_cast<UINT>(-1);
-    HREFTYPE reference = 0;
-    ComPtr<ITypeInfo> info;
-    check(load()->GetRefTypeOfImplType(own_interface, &reference));
-    check(load()->GetRefTypeInfo(reference, info.out()));
-    check(info->QueryInterface(IID_ITypeInfo2, members_.out_void()));
-  }
-  return members_;
+const MemberTable& LateBinding::table() {
+  if (!table_) table_ = member_table(interface_id_);
+  return *table_;
 }
 
 ComPtr<ITypeInfo> LateBinding::type_info() {
-  return ComPtr<ITypeInfo>(load().get());
+  return ComPtr<ITypeInfo>(table().type_info());
 }
 
 HRESULT LateBinding::find(LPOLESTR* names, UINT count, DISPID* ids) {
-  return ::DispGetIDsOfNames(load().get(), names, count, ids);
+  return table().find(names, count, ids);
 }
 
 HRESULT LateBinding::invoke(IDispatch* target, DISPID id, WORD flags, DISPPARAMS* parameters, VARIANT* result,
                             EXCEPINFO* exception, UINT* bad_argument) {
   if (!parameters) return E_INVALIDARG;
-  const ComPtr<ITypeInfo2> info = load();
   if (id == DISPID_NEWENUM) flags |= DISPATCH_PROPERTYGET;  // some engines ask for it as a method only
 
-  const ComPtr<ITypeInfo2> members = load_members();
-  const Member wanted(members.get(), id, flags);
-  const Member other(members.get(), id,
-                     !wanted && (flags & puts) != 0 ? puts : 0);  // Let where only Set is, or the reverse
-  if (!wanted && !other) return DISP_E_MEMBERNOTFOUND;
-  const FUNCDESC& member = wanted ? *wanted : *other;
+  const Member* const wanted = table().find(id, flags);
+  const Member* const member =  // Let where only Set is, or the reverse
+      !wanted && (flags & puts) != 0 ? table().find(id, puts) : wanted;
+  if (!member) return DISP_E_MEMBERNOTFOUND;
 
-  Arguments arguments(*parameters, member);
+  Arguments arguments(*parameters, *member);
   if (FAILED(arguments.failure())) {
     if (bad_argument) *bad_argument = arguments.bad_argument();
     return arguments.failure();
   }
-  if (!wanted && parameters->cArgs > 0 && arguments.data()[0].vt == VT_DISPATCH)
-    flags = static_cast<WORD>(member.invkind);
+  if (!wanted && parameters->cArgs > 0 && arguments.data()[0].vt == VT_DISPATCH) flags = static_cast<WORD>(member->way);
 
   DISPPARAMS prepared = *parameters;
   prepared.rgvarg = arguments.data();
-  const HRESULT outcome = info->Invoke(target, id, flags, &prepared, result, exception, bad_argument);
-  return SUCCEEDED(outcome) ? make_readable_by_scripts(result) : outcome;
+  const HRESULT outcome = table().type_info()->Invoke(target, id, flags, &prepared, result, exception, bad_argument);
+  if (FAILED(outcome) || !result) return outcome;
+  if (member->returns_color && result->vt == VT_UI4) result->vt = VT_I4;
+  return make_readable_by_scripts(result);
 }
 
 }  // namespace tornby::automation

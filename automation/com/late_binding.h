@@ -1,14 +1,16 @@
 // Late binding: what scripts call through IDispatch.
 //
-// The type library does most of it (names, conversions, defaults). Added here is what scripts need beyond that:
+// The type library's own Invoke does the conversions and the call. Added here is what scripts need beyond that:
 // - a script passes its variables by reference as variants; where a member wants a string, a number or an array by
 //   reference, it gets a pointer into that variable, so that its change arrives;
 // - an array of variants is taken where a member wants an array of bytes, numbers or strings;
 // - an array of strings is returned as an array of variants, the only kind that scripts can look into;
-// - null assigned to a property that holds an object clears it.
+// - null assigned to a property that holds an object clears it;
+// - a colour is a signed number, as scripts have them, and is taken with either sign;
+// - what no caller may pass, such as a reference to nothing, is an error.
 #pragma once
 
-#include "automation/com/com.h"
+#include "automation/com/member_table.h"
 
 namespace tornby::automation {
 
@@ -26,12 +28,10 @@ class LateBinding {
                  EXCEPINFO* exception, UINT* bad_argument);
 
  private:
-  ComPtr<ITypeInfo2> load();
-  ComPtr<ITypeInfo2> load_members();
+  const MemberTable& table();
 
   const IID& interface_id_;
-  ComPtr<ITypeInfo2> info_;     // as the dispatch interface that is invoked
-  ComPtr<ITypeInfo2> members_;  // as the interface itself: Wine finds another member's description in the former
+  std::shared_ptr<const MemberTable> table_;
 };
 
 }  // namespace tornby::automation

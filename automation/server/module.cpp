@@ -4,6 +4,7 @@
 #include <mutex>
 
 #include "automation/com/error_edge.h"
+#include "automation/com/member_table.h"
 
 extern "C" IMAGE_DOS_HEADER __ImageBase;  // the linker's name for the start of this module
 
@@ -47,6 +48,7 @@ void release_module_reference() {
 
 bool may_unload() {
   if (references != 0) return false;
+  forget_member_tables();
   const std::lock_guard lock(library_mutex);
   ComPtr<ITypeLib>::adopt(std::exchange(library, nullptr));
   return true;

@@ -85,6 +85,83 @@ TEST(Robustness, NothingIsLeftBehind) {
   EXPECT_TRUE(server.is_idle());
 }
 
+TEST(Robustness, RefusesNamesAndReferencesToNothing) {
+  const Server server;
+  const auto web = server.create<IclsWebEncryption>(CLSID_clsWebEncryption);
+  const auto crc = server.create<IclsCRC>(CLSID_clsCRC);
+  wchar_t member[] = L"ENCRYPT", second[] = L"KEY", unknown[] = L"no such name";
+  LPOLESTR names[] = {member, second, unknown};
+  DISPID ids[3] = {};
+  EXPECT_EQ(web->GetIDsOfNames(IID_NULL, names, 2, 0, ids), S_OK);
+  EXPECT_EQ(ids[1], 1) << "the second parameter";
+  EXPECT_EQ(web->GetIDsOfNames(IID_NULL, names, 3, 0, ids), DISP_E_UNKNOWNNAME);
+  EXPECT_EQ(ids[2], DISPID_UNKNOWN);
+  EXPECT_EQ(web->GetIDsOfNames(IID_NULL, names + 1, 1, 0, ids), DISP_E_UNKNOWNNAME) << "a parameter is no member";
+  LPOLESTR holes[] = {member, nullptr};
+  EXPECT_EQ(web->GetIDsOfNames(IID_NULL, holes + 1, 1, 0, ids), E_INVALIDARG);
+  EXPECT_EQ(web->GetIDsOfNames(IID_NULL, holes, 2, 0, ids), E_INVALIDARG);
+  EXPECT_EQ(web->GetIDsOfNames(IID_NULL, nullptr, 1, 0, ids), E_INVALIDARG);
+  EXPECT_EQ(web->GetIDsOfNames(IID_NULL, names, 1, 0, nullptr), E_INVALIDARG);
+  EXPECT_EQ(web->GetIDsOfNames(IID_IDispatch, names, 1, 0, ids), DISP_E_UNKNOWNINTERFACE);
+
+  DISPPARAMS no_arguments = {};
+  EXPECT_EQ(crc->Invoke(7, IID_IDispatch, 0, DISPATCH_METHOD, &no_arguments, nullptr, nullptr, nullptr),
+            DISP_E_UNKNOWNINTERFACE);
+  DISPPARAMS missing = {nullptr, nullptr, 1, 0}, unnamed = {nullptr, nullptr, 0, 1};
+  for (DISPPARAMS* parameters : {&missing, &unnamed})
+    EXPECT_EQ(crc->Invoke(7, IID_NULL, 0, DISPATCH_METHOD, parameters, nullptr, nullptr, nullptr), E_INVALIDARG);
+
+  OwnedVariant key(testing::string_variant(L"k")), text(testing::string_variant(L"x"));
+  VARIANT nested = testing::variable(nullptr), twice = testing::variable(&nested);
+  Outcome outcome;
+  for (const int type : {+VT_BSTR, +VT_VARIANT, +VT_I4, +VT_DISPATCH, VT_ARRAY | VT_UI1, VT_ARRAY | VT_VARIANT}) {
+    VARIANT nothing = testing::variable(nullptr);
+    nothing.vt = static_cast<VARTYPE>(VT_BYREF | type);
+    for (const VARIANT& argument : {nothing, testing::variable(&nothing), nested, twice}) {
+      for (const wchar_t* changing : {L"Encrypt", L"Decrypt"}) {
+        call(outcome, web.get(), changing, DISPATCH_METHOD, {argument, *key});
+        EXPECT_EQ(outcome.result, E_INVALIDARG) << type;
+      }
+      call(outcome, web.get(), L"Encrypt", DISPATCH_METHOD, {*text, argument});
+      EXPECT_EQ(outcome.result, E_INVALIDARG) << type;
+      call(outcome, web.get(), L"bsEncode", DISPATCH_METHOD, {argument});
+      EXPECT_EQ(outcome.result, E_INVALIDARG) << type;
+      call(outcome, crc.get(), L"Value", DISPATCH_PROPERTYPUT, {argument});
+      EXPECT_EQ(outcome.result, E_INVALIDARG) << type;
+      EXPECT_EQ(static_cast<ULONG>(crc->put_Value(argument)), 0x800A000Du) << type;
+    }
+  }
+  call(outcome, crc.get(), L"Clear", DISPATCH_METHOD, {*key});
+  EXPECT_EQ(outcome.result, DISP_E_BADPARAMCOUNT);
+}
+
+TEST(Robustness, RefusesArraysWithImpossibleBoundsOrNoData) {
+  const Server server;
+  const auto web = server.create<IclsWebEncryption>(CLSID_clsWebEncryption);
+  for (const VARENUM element : {VT_UI1, VT_VARIANT}) {
+    OwnedVariant bytes;
+    bytes->vt = static_cast<VARTYPE>(VT_ARRAY | element);
+    bytes->parray = ::SafeArrayCreateVector(static_cast<VARTYPE>(element), 0, 2);
+    void* const data = bytes->parray->pvData;
+    Outcome outcome;
+    const auto expect_refusal = [&](const char* why) {
+      for (const VARIANT& form : {*bytes, testing::variable(bytes.get())}) {
+        call(outcome, web.get(), L"bsEncode", DISPATCH_METHOD, {form});
+        EXPECT_TRUE(outcome.result == DISP_E_TYPEMISMATCH || outcome.error == static_cast<HRESULT>(0x800A000D))
+            << why << outcome.result;
+      }
+    };
+    bytes->parray->rgsabound[0].lLbound = 0x7FFFFFFF;
+    expect_refusal("the second element has no index");
+    bytes->parray->rgsabound[0].lLbound = 0x7FFFFFFE;
+    call(outcome, web.get(), L"bsEncode", DISPATCH_METHOD, {*bytes});
+    EXPECT_EQ(outcome.result, S_OK);
+    bytes->parray->pvData = nullptr;
+    expect_refusal("no data");
+    bytes->parray->pvData = data;
+  }
+}
+
 #ifdef __i386__
 /// Calls `action` with the stack `shift` bytes further down than usual, as Delphi and Visual C++ programs may.
 [[gnu::noinline]] void with_stack_off_by(unsigned shift, void (*action)(void*), void* context) {

@@ -140,41 +140,6 @@ TEST(Server, WorksThroughItsManifestWithoutTheRegistry) {
   ::CoUninitialize();
 }
 
-/// A type's or a member's help string; DISPID_UNKNOWN asks for the type's own.
-std::wstring help_string(ITypeInfo* type, MEMBERID member) {
-  BSTR help = nullptr;
-  EXPECT_EQ(type->GetDocumentation(member, nullptr, &help, nullptr, nullptr), S_OK);
-  const std::wstring text = help ? help : L"";
-  ::SysFreeString(help);
-  return text;
-}
-
-TEST(Server, EveryMemberOfEveryTypeHasAHelpString) {
-  ComPtr<ITypeLib> library;
-  ASSERT_EQ(::LoadTypeLibEx(testing::dll_path().c_str(), REGKIND_NONE, library.out()), S_OK);
-  int members = 0;
-  for (UINT t = 0; t < library->GetTypeInfoCount(); ++t) {
-    ComPtr<ITypeInfo> type;
-    ASSERT_EQ(library->GetTypeInfo(t, type.out()), S_OK);
-    TYPEATTR* attributes = nullptr;
-    ASSERT_EQ(type->GetTypeAttr(&attributes), S_OK);
-    EXPECT_FALSE(help_string(type.get(), MEMBERID_NIL).empty()) << "type " << t;
-    for (UINT f = 0; f < attributes->cFuncs; ++f) {
-      FUNCDESC* function = nullptr;
-      ASSERT_EQ(type->GetFuncDesc(f, &function), S_OK);
-      const bool inherited = (function->wFuncFlags & FUNCFLAG_FRESTRICTED) != 0;
-      if (!inherited) {
-        EXPECT_FALSE(help_string(type.get(), function->memid).empty())
-            << "type " << t << ", member " << function->memid;
-        ++members;
-      }
-      type->ReleaseFuncDesc(function);
-    }
-    type->ReleaseTypeAttr(attributes);
-  }
-  EXPECT_GT(members, 8);
-}
-
 TEST(Server, ObjectsAnswerTheUsualQuestions) {
   const Server server;
   for (const auto& entry : classes) {

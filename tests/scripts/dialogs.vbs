@@ -22,6 +22,20 @@ unused = dialogs.fstrReturnSingleFileName(256)
 CheckError "no such entry", 9, ""
 dialogs.lngColor = &HFF
 Check "colour", dialogs.lngColor, 255
+Set label = CreateObject("Tornby.kelLabel")
+Check "a system colour", label.BackColor, &H8000000F
+Check "its type", TypeName(label.BackColor), "Long"
+dialogs.lngColor = label.BackColor
+Check "passed on", dialogs.lngColor, &H8000000F
+label.ForeColor = 2147483653 ' &H80000005 as it comes from languages with larger numbers
+dialogs.lngColor = 2147483653
+Check "both signs", label.ForeColor - dialogs.lngColor, 0
+dialogs.lngColor = "&H80000010"
+Check "as text", dialogs.lngColor, &H80000010
+label.ForeColor = 4294967296
+CheckError "no colour", 6, ""
+label.ForeColor = Null
+CheckError "no number", 13, ""
 
 ' Without room for a name the system refuses it, and with no message shown nobody has to answer.
 dialogs.blnShowErrorMessages = False
