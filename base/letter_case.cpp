@@ -6,16 +6,8 @@
 #include "base/letter_case_ranges.h"
 
 namespace tornby {
-namespace {
 
-bool same_letter(char16_t a, char16_t b) {
-  return upper(a) == upper(b);
-}
-
-}  // namespace
-
-char16_t upper(char16_t unit) {
-  if (unit < 0x80) return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - 0x20) : unit;
+char16_t detail::upper_beyond_ascii(char16_t unit) {
   const auto* range = std::lower_bound(std::begin(letter_case_ranges), std::end(letter_case_ranges), unit,
                                        [](const LetterCaseRange& r, char16_t u) { return r.last < u; });
   if (range == std::end(letter_case_ranges) || unit < range->first || (unit - range->first) % range->step != 0)
@@ -30,12 +22,8 @@ String upper(StringView text) {
 }
 
 bool equal_ignoring_case(StringView a, StringView b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(), same_letter);
-}
-
-std::size_t find_ignoring_case(StringView text, StringView what) {
-  const auto at = std::search(text.begin(), text.end(), what.begin(), what.end(), same_letter);
-  return at == text.end() && !what.empty() ? StringView::npos : static_cast<std::size_t>(at - text.begin());
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](char16_t x, char16_t y) { return upper(x) == upper(y); });
 }
 
 }  // namespace tornby

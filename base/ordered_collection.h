@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include <tornby/base/hashing.h>
 #include <tornby/base/letter_case.h>
 #include <tornby/base/runtime_error.h>
 #include <tornby/base/text.h>
@@ -20,7 +21,8 @@ namespace tornby {
 /// Items in the order of adding. Positions count from 1. Keys are unique and compared without regard to case
 /// (base/letter_case.h); an item added without a key is reached by position or by walking.
 ///
-/// Found by key in constant time; found by position, and removed, in at most logarithmic time.
+/// Found by key in constant time, whatever the keys (base/hashing.h); found by position, and removed, in at most
+/// logarithmic time.
 ///
 /// A walk survives every change that its body makes, emptying the collection included: what is removed ahead of it is
 /// not met, what is added is met at the end, and nothing is met twice or left out. The collection must outlive the
@@ -146,7 +148,12 @@ class OrderedCollection {
  private:
   // A removed item leaves a dead slot behind, so that the others keep their places; when half of the slots are dead,
   // the living ones close up. While there are dead slots, a Fenwick tree counts the living ones.
-  using Keys = std::unordered_map<String, std::size_t>;
+  struct KeyHash {
+    std::size_t operator()(const String& key) const {
+      return static_cast<std::size_t>(hashing::hash_ignoring_case(key));
+    }
+  };
+  using Keys = std::unordered_map<String, std::size_t, KeyHash>;
   struct Slot {
     std::uint64_t number;  // never used twice, growing
     typename Keys::value_type* key;

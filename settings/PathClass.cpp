@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "base/letter_case.h"
+#include "base/search.h"
 #include "settings/document/text.h"
 
 namespace tornby {

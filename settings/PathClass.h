@@ -65,7 +65,8 @@ class PathClass {
   /// One token is exchanged per call, wherever it occurs. Of several that occur, expanding takes the last one in this
   /// list. Collapsing takes the first whose folder occurs, then each later one whose folder is more than half as long
   /// as that of the one taken before. Folders that the system does not tell play no part. They are looked for ignoring
-  /// case but exchanged only letter for letter, so one in another case stays.
+  /// case but exchanged only letter for letter, so one in another case stays. Takes time in proportion to `path`, the
+  /// folders and the result.
   String ProcessPath(String& path, bool expand) const;
 
   /// `LocalSettings` and "\Temp", whether or not there is such a folder.

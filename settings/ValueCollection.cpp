@@ -1,13 +1,7 @@
 #include "settings/ValueCollection.h"
 
-#include <utility>
-
-#include "base/runtime_error.h"
-
 namespace tornby {
 namespace {
-
-constexpr std::int32_t ascending = 1;
 
 /// Calls `action` with a position or a key; not at all for an empty index.
 template <class Action>
@@ -19,23 +13,6 @@ void with_index(const Variant& index, Action action) {
 }
 
 }  // namespace
-
-void ValueCollection::Sort(std::int32_t order) const {
-  const std::int32_t count = Count();
-  for (std::int32_t i = 1; i <= count; ++i) {
-    for (std::int32_t j = i + 1; j <= count; ++j) {
-      const PropertyClass& first = **pairs_.find(i);
-      const PropertyClass& second = **pairs_.find(j);
-      const int comparison = StringView(first.Value()).substr(0, 1).compare(StringView(second.Value()).substr(0, 1));
-      if (order == ascending ? comparison <= 0 : comparison >= 0) continue;
-      // The exchange is made on copies that are not written back: callers rely on the order staying as it is.
-      StringView value = first.Value(), other_value = second.Value();
-      StringView key = first.Key(), other_key = second.Key();
-      std::swap(value, other_value);
-      std::swap(key, other_key);
-    }
-  }
-}
 
 ValueCollection::Pair ValueCollection::Add(StringView key, StringView value) {
   auto pair = std::make_shared<PropertyClass>();

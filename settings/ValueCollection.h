@@ -28,6 +28,9 @@ class PropertyClass {
 /// Pairs in the order of adding. They are shared objects: one that a caller holds outlives its removal, and a change
 /// made to it is seen by all.
 ///
+/// A pair is added, found and taken out in the time that its key takes, times the logarithm of Count at most, whatever
+/// the keys: where they stand in memory depends on a number that the process draws once.
+///
 /// No member reports an error; each says what it returns instead. Positions count from 1; keys are compared without
 /// regard to case. An index is a position (a number) or a key (a text, also one made of digits).
 class ValueCollection {
@@ -39,9 +42,8 @@ class ValueCollection {
   bool DisplayError() const { return display_error_; }
   void DisplayError(bool value) { display_error_ = value; }
 
-  /// Compares the first characters of the values of all pairs with one another and changes nothing, neither the pairs
-  /// nor their order, whatever `order` is. The comparisons take time in the square of Count.
-  void Sort(std::int32_t order) const;
+  /// Changes nothing, neither the pairs nor their order, whatever `order` is: callers rely on the order of adding.
+  void Sort([[maybe_unused]] std::int32_t order) const {}
 
   /// Appends a new pair under its key, or without one when `key` is empty, and returns it; null, with nothing added,
   /// when the key is in use.

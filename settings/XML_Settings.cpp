@@ -6,6 +6,7 @@
 
 #include "base/letter_case.h"
 #include "base/runtime_error.h"
+#include "base/search.h"
 #include "checksums/clsApi.h"
 #include "settings/document/child_blocks.h"
 #include "settings/document/text.h"
@@ -89,7 +90,7 @@ void XML_Settings::insert(StringView group, const Block& present, StringView tex
   }
   changed.append(line_break);
   // An empty name occurs in every text that is not empty itself.
-  if (!text.empty() && text.find(group) != StringView::npos) {
+  if (!text.empty() && (group.empty() || find_text(text, group) != StringView::npos)) {
     changed.append(text).append(line_break);
   } else {
     const Tags tags = make_tags(upper(group));

@@ -21,8 +21,9 @@
 // it starts; the members that cut it out, GetSetting, SaveSetting, ExtractBlock and UpdateRecent, raise 5 (invalid
 // procedure call or argument) and save nothing, while InsertGroup repeats what lies between, so that nothing is lost.
 // Everywhere else, a "<" without a ">" after it, a block without its closing tag and a key without one are passed over.
-// No member takes longer than a few passes over the text. Searches ignoring case are remembered: a document that is
-// read from many times finds its groups at once, and one object is used by one thread at a time, for reading too.
+// Whatever the document and the arguments hold, a member takes time in proportion to them and to its result, times the
+// logarithm at most. Searches ignoring case are remembered: a document that is read from many times finds its groups at
+// once, and one object is used by one thread at a time, for reading too.
 //
 // Files are read and written through checksums/clsApi.h. Bytes that the document's editing does not touch come back as
 // they were: line ends of either kind, a byte-order mark, every byte of a single-byte code page. Saving removes empty

@@ -1,6 +1,7 @@
 #include "settings/document/child_blocks.h"
 
 #include "base/letter_case.h"
+#include "base/search.h"
 
 namespace tornby::document {
 namespace {
@@ -53,8 +54,8 @@ std::optional<ChildBlock> ChildBlocks::at(Position position) {
   const Tags tags = make_tags(name);
   if (!text_.substr(*opening).starts_with(tags.opening) || !text_.substr(*closing).starts_with(tags.closing)) {
     // Another text has the same hash.
-    opening = text_.find(tags.opening, tag);
-    closing = *opening == StringView::npos ? StringView::npos : text_.find(tags.closing, *opening);
+    opening = find_text(text_, tags.opening, tag);
+    closing = *opening == StringView::npos ? StringView::npos : find_text(text_, tags.closing, *opening);
     if (*closing == StringView::npos) return barren_up_to(static_cast<Position>(tag) + 1);
   }
   const std::size_t inner = *opening + tags.opening.size();

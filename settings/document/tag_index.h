@@ -10,38 +10,35 @@
 #include <optional>
 #include <vector>
 
+#include <tornby/base/hashing.h>
 #include <tornby/base/text.h>
 
 namespace tornby::document {
 
-/// The hash of a sequence of characters that grows at both ends and shrinks at its front, a step at a time.
+/// The hash (base/hashing.h) of a sequence of characters that grows at both ends and shrinks at its front, a step at a
+/// time.
 class SequenceHash {
  public:
   std::uint64_t value() const { return value_; }
 
   void push_back(char16_t unit) {
-    value_ = value_ * base + digit(unit);
-    power_ *= base;
+    value_ = hashing::reduced(product(value_, point_->value) + digit(unit));
+    power_ = product(power_, point_->value);
   }
   void push_front(char16_t unit) {
-    value_ += digit(unit) * power_;
-    power_ *= base;
+    value_ = hashing::reduced(value_ + product(digit(unit), power_));
+    power_ = product(power_, point_->value);
   }
   void pop_front(char16_t unit) {
-    power_ *= inverse;
-    value_ -= digit(unit) * power_;
+    power_ = product(power_, point_->inverse);
+    value_ = hashing::reduced(value_ + hashing::prime - product(digit(unit), power_));
   }
 
  private:
-  static constexpr std::uint64_t base = 0x9E3779B97F4A7C15;
-  static constexpr std::uint64_t inverse = [] {
-    std::uint64_t x = base;  // right in the lowest three bits, and in twice as many after each round
-    for (int round = 0; round < 5; ++round) x *= 2 - base * x;
-    return x;
-  }();
-  static_assert(base * inverse == 1);
+  static std::uint64_t product(std::uint64_t a, std::uint64_t b) { return hashing::product(a, b); }
   static std::uint64_t digit(char16_t unit) { return unit + std::uint64_t{1}; }
 
+  const hashing::Point* point_ = &hashing::Point::of_process();
   std::uint64_t value_ = 0;
   std::uint64_t power_ = 1;
 };

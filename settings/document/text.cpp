@@ -5,6 +5,7 @@
 
 #include "base/letter_case.h"
 #include "base/runtime_error.h"
+#include "base/search.h"
 
 namespace tornby::document {
 namespace {
@@ -16,7 +17,7 @@ Position as_position(std::size_t index) {
 }  // namespace
 
 Position position_of(StringView text, StringView what, Position from) {
-  return as_position(text.find(what, static_cast<std::size_t>(from - 1)));
+  return as_position(find_text(text, what, static_cast<std::size_t>(from - 1)));
 }
 
 bool matches_tag(StringView text, StringView tag) {
@@ -25,12 +26,7 @@ bool matches_tag(StringView text, StringView tag) {
 }
 
 Position position_of_tag(StringView text, StringView tag, Position from) {
-  auto at = text.find(u'<', static_cast<std::size_t>(from - 1));
-  while (at != StringView::npos && text.size() - at >= tag.size()) {
-    if (matches_tag(text.substr(at), tag)) return as_position(at);
-    at = text.find(u'<', at + 1);
-  }
-  return 0;
+  return as_position(find_ignoring_case(text, tag, static_cast<std::size_t>(from - 1)));
 }
 
 StringView cut(StringView text, Position start, Position count) {
@@ -47,14 +43,14 @@ String replace_all(StringView text, StringView what, StringView replacement) {
   if (what.empty()) return String(text);
   String result;
   std::size_t from = 0;
-  for (std::size_t at; (at = text.find(what, from)) != StringView::npos; from = at + what.size())
+  for (std::size_t at; (at = find_text(text, what, from)) != StringView::npos; from = at + what.size())
     result.append(text.substr(from, at - from)).append(replacement);
   return result.append(text.substr(from));
 }
 
 String remove_first(StringView text, StringView what) {
   String result(text);
-  if (const auto at = text.find(what); at != StringView::npos) result.erase(at, what.size());
+  if (const auto at = find_text(text, what); at != StringView::npos) result.erase(at, what.size());
   return result;
 }
 

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <optional>
 
+#include "base/search.h"
 #include "settings/document/tag_index.h"
 #include "settings/document/text.h"
 
@@ -76,7 +77,8 @@ StringCollection top_level_tags(StringView text) {
     const StringView tag = text.substr(at, end - at + 1);
     const String closing = replace_all(tag, u"<", u"</");
     std::size_t place = *found;
-    if (!text.substr(place).starts_with(closing)) place = text.find(closing, end);  // another text has the same hash
+    if (!text.substr(place).starts_with(closing))
+      place = find_text(text, closing, end);  // another text has the same hash
     if (place == StringView::npos) continue;
     tags.add(String(tag), tag);
     from = place + 1;

@@ -4,6 +4,8 @@
 
 #include <map>
 
+#include "support/growth.h"
+
 namespace tornby {
 namespace {
 
@@ -79,6 +81,47 @@ TEST_F(PathClassTest, NamesEachFolderByItsValue) {
   EXPECT_EQ(paths.WindowsSysDir(), Variant(u"C:\\W\\Sys"));
   registry.values[u"Local Settings"] = u"L:\\";
   EXPECT_EQ(paths.TemporaryFolder(), u"L:\\\\Temp");
+}
+
+TEST_F(PathClassTest, ExchangesEachTokenAndItsFolder) {
+  const std::pair<StringView, StringView> tokens[] = {
+      {u"%APPDATA%", u"Local AppData"},
+      {u"%ADMIN%", u"Administrative Tools"},
+      {u"%COOKIES%", u"Cookies"},
+      {u"%DESKTOP%", u"Desktop"},
+      {u"%FAVORITES%", u"Favorites"},
+      {u"%HISTORY%", u"History"},
+      {u"%MYPIC%", u"My Pictures"},
+      {u"%NETHOOD%", u"NetHood"},
+      {u"%PERSONAL%", u"Personal"},
+      {u"%PRINTHOOD%", u"PrintHood"},
+      {u"%PROGRAM%", u"Programs"},
+      {u"%RECENT%", u"Recent"},
+      {u"%SENDTO%", u"SendTo"},
+      {u"%STARTMENU%", u"Start Menu"},
+      {u"%STARTUP%", u"Startup"},
+      {u"%TEMPLATES%", u"Templates"},
+      {u"%%", u"Cache"},
+      {u"%WINDIR%", u""},
+      {u"%WINSYSDIR%", u""},
+  };
+  for (const auto& [token, name] : tokens)
+    if (!name.empty()) registry.values[String(name)] = u"folder of " + String(name) + u"!";
+  for (const auto& [token, name] : tokens) {
+    const String folder = token == u"%WINDIR%"      ? folders.windows()
+                          : token == u"%WINSYSDIR%" ? folders.system()
+                                                    : registry.values[String(name)];
+    EXPECT_EQ(expand(String(token) + u"\\x"), folder + u"\\x");
+    EXPECT_EQ(collapse(folder + u"\\x"), String(token) + u"\\x");
+  }
+}
+
+TEST_F(PathClassTest, NoPathIsSlow) {
+  const double grown = testing::growth(1000, [this](unsigned n) {
+    registry.values[u"Desktop"] = String(n, u'a') + u"b";
+    collapse(String(2 * n, u'a'));
+  });
+  EXPECT_LT(grown, testing::most_growth);
 }
 
 TEST_F(PathClassTest, ExpandsTheLastTokenOfTheTable) {

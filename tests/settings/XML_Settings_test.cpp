@@ -6,7 +6,9 @@
 #include <algorithm>
 #include <bit>
 
+#include "settings/document/tag_index.h"
 #include "support/errors.h"
+#include "support/growth.h"
 #include "support/scale.h"
 #include "support/temporary_folder.h"
 
@@ -22,7 +24,7 @@ std::vector<String> texts(const StringCollection& items) {
   return result;
 }
 
-XML_Settings document(StringView text) {
+XML_Settings holding(StringView text) {
   XML_Settings settings;
   settings.SetContents(text);
   return settings;
@@ -47,7 +49,7 @@ TEST(XML_Settings, WritesGroupsAndKeys) {
 }
 
 TEST(XML_Settings, FindsGroupsInAnyCaseAndKeysInUpperCase) {
-  const XML_Settings settings = document(u"<options>\r\n<WIDTH>640</WIDTH><height>480</height>\r\n</Options>");
+  const XML_Settings settings = holding(u"<options>\r\n<WIDTH>640</WIDTH><height>480</height>\r\n</Options>");
   EXPECT_EQ(settings.GetSetting(u"Options", u"width", u"-"), u"640");
   EXPECT_EQ(settings.GetSetting(u"Options", u"height", u"-"), u"-");
   EXPECT_EQ(settings.GetSetting(u"Option", u"WIDTH", u"-"), u"-");
@@ -99,7 +101,7 @@ TEST(XML_Settings, KeepsTheListOfRecentFiles) {
 }
 
 TEST(XML_Settings, SearchesAreOfTheStatedKind) {
-  XML_Settings settings = document(u"<A>\r\nX\r\n</A><b>y</b>");
+  XML_Settings settings = holding(u"<A>\r\nX\r\n</A><b>y</b>");
   EXPECT_EQ(settings.GetBlock(u"A", false), u"\nX\r");
   EXPECT_EQ(settings.GetStructure(u"a", false), u"\r\nX\r\n");
   EXPECT_EQ(settings.GetStructure(u"B", false), u"");
@@ -135,7 +137,7 @@ TEST(XML_Settings, WrapsByTheBareName) {
 }
 
 TEST(XML_Settings, ReplacesAValueInItsTagsToo) {
-  XML_Settings settings = document(u"<G>\r\n<WIDTH>I</WIDTH>\r\n<E></E>\r\n</G>");
+  XML_Settings settings = holding(u"<G>\r\n<WIDTH>I</WIDTH>\r\n<E></E>\r\n</G>");
   settings.SaveSetting(u"G", u"WIDTH", u"9");
   settings.SaveSetting(u"G", u"E", u"text");
   EXPECT_EQ(settings.GetContents(), u"\r\n<G>\r\n<W9DTH>9</W9DTH>\r\n<E></E>\r\n</G>\r\n");
@@ -148,7 +150,7 @@ TEST(XML_Settings, AddNewValueChangesTheBlockItIsGiven) {
 }
 
 TEST(XML_Settings, EventsReportAndSteerTheScan) {
-  XML_Settings settings = document(u"<ABC> <X>1</X> <Y>2</Y> <Z>3</Z> </ABC>");
+  XML_Settings settings = holding(u"<ABC> <X>1</X> <Y>2</Y> <Z>3</Z> </ABC>");
   std::vector<std::int32_t> positions;
   settings.ProgressMax = [&](std::int32_t& maximum) {
     EXPECT_EQ(maximum, 39);
@@ -173,7 +175,7 @@ TEST(XML_Settings, EventsReportAndSteerTheScan) {
 TEST(XML_Settings, ShortNamesGiveTheWholeContent) {
   for (const StringView name : {u"", u"A", u"AB"}) {
     const String tag = String(name) + u">";
-    XML_Settings settings = document(u"<" + tag + u"<X>1</X></" + tag);
+    XML_Settings settings = holding(u"<" + tag + u"<X>1</X></" + tag);
     std::int32_t first = 99;
     settings.ProgressCurrent = [&](std::int32_t& position) { first = std::min(first, position); };
     EXPECT_THAT(texts(*settings.ExtractBlock(name)), ElementsAre(u"<X>1</X>"));
@@ -182,7 +184,7 @@ TEST(XML_Settings, ShortNamesGiveTheWholeContent) {
 }
 
 TEST(XML_Settings, GroupsThatAreNeverClosed) {
-  XML_Settings settings = document(u"<GROUP>\r\n<KEY>1</KEY>");
+  XML_Settings settings = holding(u"<GROUP>\r\n<KEY>1</KEY>");
   EXPECT_EQ(settings.GetSetting(u"GROUP", u"KEY", u"-"), u"-");
   const String text = u"<FIRST>text</FIRST>\r\n<GROUP>\r\n<KEY>1</KEY>";
   settings.SetContents(text);
@@ -194,9 +196,9 @@ TEST(XML_Settings, GroupsThatAreNeverClosed) {
   EXPECT_THAT(texts(XML_Settings::SuperSplit(u"A", u"<A>1</A><A>2")), ElementsAre(u"<A>1</A>"));
 }
 
-String repeated(StringView piece, std::size_t count) {
+String repeated(StringView piece, unsigned count) {
   String text;
-  for (std::size_t i = 0; i < count; ++i) text += piece;
+  for (unsigned i = 0; i < count; ++i) text += piece;
   return text;
 }
 
@@ -206,65 +208,76 @@ String numbered(StringView before, StringView after, unsigned count) {
   return text;
 }
 
-// A step that searched the rest of the text each time would take hours here, not moments.
-TEST(XML_Settings, HugeDamagedDocumentsTakeNoLonger) {
-  constexpr unsigned many = testing::scaled(100000);
-  const String a_line(2 * many, u'a');
-  const String documents[] = {
-      repeated(u"<A>", many),
-      repeated(u"</A>", many),
-      repeated(u"<a>", many) + u"<A></A>",
-      numbered(u"<T", u">", many),
-      numbered(u"<t", u">", many) + numbered(u"</T", u">", many) + numbered(u"<T", u">", many),
-      repeated(u"<", many) + u">",
-      repeated(u"<a", many) + u">" + repeated(u"</a", many) + u">",
-      repeated(u"<>", many),
-      repeated(u">", many) + repeated(u"<", many),
-      a_line,
-      a_line + u"<" + a_line + u">" + a_line + u"</" + a_line,
-      repeated(u"\r\n", many),
-  };
-  for (const String& text : documents) {
-    XML_Settings settings = document(u"<GROUP>" + text + u"</GROUP>");
-    EXPECT_NE(settings.ExtractBlock(u"GROUP"), nullptr);
-    settings.SplitBlock(text);
-    settings.SaveSetting(u"GROUP", u"KEY", u"1");
-    EXPECT_EQ(settings.GetSetting(u"GROUP", u"KEY", u""), u"1");
-    XML_Settings::SuperSplit(u"A", text);
-    settings.SetContents(text);
-    settings.ExtractBlock2(u"A", false);
-    raised_number([&] { settings.FindNodes(); });
-    settings.GetNodeValue(u"<A>");
-    XML_Settings::RemoveEmptyLines(text);
-  }
-  const String plain = [] {
-    String text;
-    for (unsigned i = 0; i < many; ++i) {
-      const String name = u"T" + widen(std::to_string(i)) + u">";
-      text.append(u"<").append(name).append(u"x</").append(name).append(u" ");
-    }
-    return text;
-  }();
-  EXPECT_EQ(XML_Settings().SplitBlock(plain).Count(), static_cast<std::int32_t>(many));
-  EXPECT_EQ(document(plain).FindNodes().size(), many);
-}
-
-// Two texts of this kind, each the other with its letters exchanged, have the same polynomial hash modulo 2^64.
-String thue_morse(char16_t zero, char16_t one) {
+/// A text, and a name that nearly occurs in it.
+struct Hostile {
   String text;
-  for (unsigned i = 0; i < 2048; ++i) text += std::popcount(i) % 2 == 0 ? zero : one;
-  return text;
+  String name = text.substr(1, text.size() / 2) + u"!";
+};
+
+TEST(XML_Settings, NoTextMakesAMemberSlow) {
+  if (testing::scaled(100) < 100) GTEST_SKIP() << "the checked heap takes a step for each block at every turn";
+  using Make = Hostile (*)(unsigned);
+  const Make documents[] = {
+      [](unsigned n) { return Hostile{repeated(u"<A>", n)}; },
+      [](unsigned n) { return Hostile{repeated(u"<a>", n) + u"<A></A>"}; },
+      [](unsigned n) { return Hostile{repeated(u"</A>", n)}; },
+      [](unsigned n) { return Hostile{numbered(u"<T", u">", n)}; },
+      [](unsigned n) {
+        return Hostile{numbered(u"<t", u">", n) + numbered(u"</T", u">", n) + numbered(u"<T", u">", n)};
+      },
+      [](unsigned n) { return Hostile{repeated(u"<T>x</T> ", n)}; },
+      [](unsigned n) { return Hostile{repeated(u"<", n) + u">"}; },
+      [](unsigned n) { return Hostile{repeated(u"<a", n) + u">" + repeated(u"</a", n) + u">"}; },
+      [](unsigned n) { return Hostile{repeated(u"<>", n)}; },
+      [](unsigned n) { return Hostile{repeated(u">", n) + repeated(u"<", n)}; },
+      [](unsigned n) { return Hostile{repeated(u"aaaa", n)}; },
+      [](unsigned n) { return Hostile{u"<" + repeated(u"aaaa", n) + u">" + repeated(u"aaaa", n)}; },
+      [](unsigned n) { return Hostile{repeated(u"\r\n", n)}; },
+  };
+  using Use = void (*)(XML_Settings&, const Hostile&);
+  const Use members[] = {
+      [](XML_Settings& settings, const Hostile& hostile) { settings.SplitBlock(hostile.text); },
+      [](XML_Settings& settings, const Hostile&) { settings.FindNodes(); },
+      [](XML_Settings& settings, const Hostile&) { settings.ExtractBlock(u"GROUP"); },
+      [](XML_Settings& settings, const Hostile&) { settings.SaveSetting(u"GROUP", u"KEY", u"1"); },
+      [](XML_Settings& settings, const Hostile& hostile) { settings.SaveSetting(u"GROUP", hostile.name, u"1"); },
+      [](XML_Settings& settings, const Hostile& hostile) { settings.SaveSetting(hostile.name, u"KEY", u"1"); },
+      [](XML_Settings& settings, const Hostile& hostile) { settings.GetSetting(u"GROUP", hostile.name, u"1"); },
+      [](XML_Settings& settings, const Hostile& hostile) { settings.GetStructure(hostile.name, true); },
+      [](XML_Settings& settings, const Hostile& hostile) { settings.GetStructure(hostile.name, false); },
+      [](XML_Settings& settings, const Hostile& hostile) { settings.InsertGroup(hostile.name, hostile.text); },
+      [](XML_Settings& settings, const Hostile& hostile) { settings.ExtractBlock2(hostile.name, false); },
+      [](XML_Settings& settings, const Hostile&) { settings.ExtractBlock2(u"A", false); },
+      [](XML_Settings&, const Hostile& hostile) { XML_Settings::SuperSplit(u"A", hostile.text); },
+      [](XML_Settings&, const Hostile& hostile) { XML_Settings::SuperSplit(hostile.name, hostile.text); },
+      [](XML_Settings& settings, const Hostile& hostile) { settings.GetNodeValue(u"<" + hostile.name); },
+      [](XML_Settings&, const Hostile& hostile) { XML_Settings::RemoveEmptyLines(hostile.text); },
+      [](XML_Settings&, const Hostile& hostile) {
+        String block = hostile.text;
+        XML_Settings::AddNewValue(hostile.name, u"KEY", u"1", block);
+      },
+  };
+  for (const Make& make : documents) {
+    for (const Use& use : members) {
+      const double grown = testing::growth(1000, [&](unsigned n) {
+        const Hostile hostile = make(n);
+        XML_Settings settings = holding(u"<GROUP>" + hostile.text + u"</GROUP>");
+        raised_number([&] { use(settings, hostile); });
+      });
+      EXPECT_LT(grown, testing::most_growth) << "document " << &make - documents << ", member " << &use - members;
+    }
+  }
 }
 
-TEST(XML_Settings, TagsWithEqualHashesAreToldApart) {
-  const String a = thue_morse(u'A', u'B'), b = thue_morse(u'B', u'A');
-  const String text = u"<" + a + u"></" + b + u"><" + b + u">1</" + b + u"></" + a + u">";
-  const ValueCollection pairs = XML_Settings().SplitBlock(text);
-  ASSERT_EQ(pairs.Count(), 1);
-  EXPECT_EQ(pairs.Item(a)->Value(), u"</" + b + u"><" + b + u">1</" + b + u">");
-  EXPECT_THAT(texts(document(text).FindNodes()), ElementsAre(u"<" + a + u">"));
-  EXPECT_EQ(XML_Settings().SplitBlock(u"<" + a + u"></" + b + u">").Count(), 0);
-  EXPECT_TRUE(document(u"<" + a + u"></" + b + u">").FindNodes().empty());
+// Each text is the other with its letters exchanged, which makes any polynomial modulo 2^64 equal for both.
+TEST(XML_Settings, TagsCannotBeMadeToCollide) {
+  document::SequenceHash a, b;
+  for (unsigned i = 0; i < 2048; ++i) {
+    const bool odd = std::popcount(i) % 2 == 1;
+    a.push_back(odd ? u'A' : u'B');
+    b.push_back(odd ? u'B' : u'A');
+  }
+  EXPECT_NE(a.value(), b.value());
 }
 
 }  // namespace
