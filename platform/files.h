@@ -74,6 +74,11 @@ class Files {
   /// Null where nothing can take the target's place: it is a device, or no file can be made in its folder under its
   /// name with ".saving~" added.
   virtual std::unique_ptr<Replacement> replace(StringView name) const = 0;
+
+  /// Gives the file of that name another one beside it: its own with ".unread~" added or, where there is such a file
+  /// already, ".unread~2", ".unread~3" and so on. No other file is ever overwritten. Nothing happens when there is no
+  /// such file.
+  virtual void set_aside(StringView name) const = 0;
 };
 
 const Files& native_files();

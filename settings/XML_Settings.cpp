@@ -47,6 +47,19 @@ StringView without_blanks_around(StringView text) {
   return first == StringView::npos ? StringView() : text.substr(first, text.find_last_not_of(u' ') - first + 1);
 }
 
+/// Whether there may be a file with content, readable or not.
+bool holds_something(const Files& files, StringView name) {
+  try {
+    return files.size(name) != 0;
+  } catch (const RuntimeError& error) {
+    return error.number() != static_cast<std::int32_t>(StandardError::file_not_found) &&
+           error.number() != static_cast<std::int32_t>(StandardError::path_not_found) &&
+           error.number() != static_cast<std::int32_t>(StandardError::bad_file_name);
+  } catch (const std::exception&) {
+    return true;
+  }
+}
+
 }  // namespace
 
 /// Where a block stands: from `start` to right before `end`; at 0 when it was not found.
@@ -71,7 +84,9 @@ XML_Settings::XML_Settings(const AnsiCodePage& code_page, const Files& files)
 
 void XML_Settings::FileName(StringView path) {
   file_name_ = path;
+  unread_ = true;
   change_to(clsApi(*code_page_, *files_).ApiReadFile(file_name_));
+  unread_ = contents_.empty() && holds_something(*files_, file_name_);
 }
 
 void XML_Settings::InsertGroup(StringView group, StringView text) {
@@ -104,7 +119,15 @@ void XML_Settings::change_to(String text) {
   finder_.forget();
 }
 
-void XML_Settings::Save() const {
+void XML_Settings::Save() {
+  if (unread_) {
+    try {
+      files_->set_aside(file_name_);
+    } catch (const std::exception&) {
+      return;
+    }
+    unread_ = false;
+  }
   clsApi(*code_page_, *files_).apiSaveFile(file_name_, RemoveEmptyLines(contents_));
 }
 

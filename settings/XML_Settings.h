@@ -53,6 +53,10 @@ class XML_Settings {
 
   /// The file. Writing it reads the whole file at once, in place of the earlier document; a file that is missing,
   /// empty or unreadable makes the document empty.
+  /// A file that is there but could not be read (locked by another program, no permission, too large for the memory) is
+  /// not lost to the next Save or UpdateRecent: before these write, it is given another name beside the new file, its
+  /// own with ".unread~" added, or ".unread~2", ".unread~3" and so on where that is taken. Where even that is refused,
+  /// nothing is saved.
   const String& FileName() const { return file_name_; }
   void FileName(StringView path);
 
@@ -64,7 +68,7 @@ class XML_Settings {
 
   /// Writes the document without its empty lines to the file, and CR LF behind it. The document in memory keeps them.
   /// A failure is not reported, and leaves the file as `clsApi::apiSaveFile` says.
-  void Save() const;
+  void Save();
 
   /// `text` without its empty lines: what stands between CR LFs and has at least one character, a blank for one, joined
   /// by CR LF, with none at either end.
@@ -165,6 +169,7 @@ class XML_Settings {
   const AnsiCodePage* code_page_;
   const Files* files_;
   String file_name_;
+  bool unread_ = false;  // the file holds what the document does not
   String contents_;
   mutable document::TagFinder finder_;
   std::int32_t max_elements_ = 0;

@@ -71,6 +71,8 @@ class PosixFiles final : public Files {
   std::unique_ptr<Replacement> replace(StringView name) const override {
     return posix::start_replacement(posix::file_name(name));
   }
+
+  void set_aside(StringView name) const override { posix::set_aside(posix::file_name(name)); }
 };
 
 }  // namespace

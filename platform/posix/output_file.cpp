@@ -162,4 +162,20 @@ std::unique_ptr<Replacement> start_replacement(const std::string& name) {
   return replacement;
 }
 
+void set_aside(const std::string& name) {
+  const std::string present = follow_links(name);
+  constexpr int most_names = 1000;
+  for (int number = 1; number <= most_names; ++number) {
+    const std::string aside = present + ".unread~" + (number == 1 ? "" : std::to_string(number));
+    int result = ::renameat2(AT_FDCWD, present.c_str(), AT_FDCWD, aside.c_str(), RENAME_NOREPLACE);
+    if (result != 0 && (errno == EINVAL || errno == ENOSYS)) {  // an older file system
+      result = ::link(present.c_str(), aside.c_str());
+      if (result == 0) result = ::unlink(present.c_str());
+    }
+    if (result == 0 || errno == ENOENT) return;
+    if (errno != EEXIST) throw file_error(errno);
+  }
+  throw file_error(EEXIST);
+}
+
 }  // namespace tornby::posix

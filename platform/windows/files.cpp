@@ -66,6 +66,8 @@ class WindowsFiles final : public Files {
   std::unique_ptr<Replacement> replace(StringView name) const override {
     return windows::start_replacement(windows::file_name(name));
   }
+
+  void set_aside(StringView name) const override { windows::set_aside(windows::file_name(name)); }
 };
 
 }  // namespace

@@ -143,4 +143,16 @@ std::unique_ptr<Replacement> start_replacement(const std::string& name) {
   return std::make_unique<WindowsReplacement>(std::move(file), std::move(beside), target_name);
 }
 
+void set_aside(const std::string& name) {
+  constexpr int most_names = 1000;
+  for (int number = 1; number <= most_names; ++number) {
+    const std::string aside = name + ".unread~" + (number == 1 ? "" : std::to_string(number));
+    if (::MoveFileExA(name.c_str(), aside.c_str(), 0)) return;
+    const DWORD error = ::GetLastError();
+    if (error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND) return;
+    if (error != ERROR_ALREADY_EXISTS && error != ERROR_FILE_EXISTS) throw file_error(error);
+  }
+  throw file_error(ERROR_ALREADY_EXISTS);
+}
+
 }  // namespace tornby::windows

@@ -8,8 +8,9 @@
 
 namespace tornby::windows {
 
-/// What `Files::open_for_writing` and `Files::replace` return for a name in the ANSI code page.
+/// What the members of `Files` do for a name in the ANSI code page.
 std::unique_ptr<OutputFile> open_output(const std::string& name);
 std::unique_ptr<Replacement> start_replacement(const std::string& name);
+void set_aside(const std::string& name);
 
 }  // namespace tornby::windows

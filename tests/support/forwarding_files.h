@@ -15,6 +15,7 @@ class ForwardingFiles : public Files {
     return native_files().open_for_writing(name);
   }
   std::unique_ptr<Replacement> replace(StringView name) const override { return native_files().replace(name); }
+  void set_aside(StringView name) const override { native_files().set_aside(name); }
 };
 
 }  // namespace tornby::testing

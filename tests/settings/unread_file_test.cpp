@@ -1,0 +1,55 @@
+// A settings file that could not be read is not lost to the next save.
+#include <gtest/gtest.h>
+
+#include "base/runtime_error.h"
+#include "settings/XML_Settings.h"
+#include "support/forwarding_files.h"
+#include "support/temporary_folder.h"
+
+namespace tornby {
+namespace {
+
+class LockedFiles : public testing::ForwardingFiles {
+ public:
+  std::unique_ptr<InputFile> open_for_reading(StringView) const override {
+    throw RuntimeError(StandardError::permission_denied);
+  }
+};
+class StuckFiles final : public LockedFiles {
+ public:
+  void set_aside(StringView) const override { throw RuntimeError(StandardError::permission_denied); }
+};
+
+TEST(UnreadFile, IsSetAsideOnceAndOverwritesNothing) {
+  const testing::TemporaryFolder folder;
+  const String name = folder.write("a.txt", "precious");
+  folder.write("a.txt.unread~", "another");
+  const LockedFiles files;
+  XML_Settings settings(native_code_page(), files);
+  settings.FileName(name);
+  EXPECT_EQ(settings.GetContents(), u"");
+  settings.UpdateRecent(u"x");
+  settings.SaveSetting(u"A", u"K", u"V");
+  settings.Save();
+  EXPECT_EQ(folder.read("a.txt.unread~"), "another");
+  EXPECT_EQ(folder.read("a.txt.unread~2"), "precious");
+  EXPECT_EQ(folder.read("a.txt"), "<RECENTFILES>\r\n<FILE>x</FILE>\r\n</RECENTFILES>\r\n<A>\r\n<K>V</K>\r\n</A>\r\n");
+  EXPECT_EQ(folder.read("a.txt.unread~3"), "");
+}
+
+TEST(UnreadFile, StaysWhereItIsWhenItCannotBeMoved) {
+  const testing::TemporaryFolder folder;
+  const String name = folder.write("a.txt", "precious");
+  const StuckFiles files;
+  XML_Settings settings(native_code_page(), files);
+  settings.FileName(name);
+  settings.Save();
+  EXPECT_EQ(folder.read("a.txt"), "precious");
+  settings.FileName(folder.name_of("none.txt"));
+  settings.SetContents(u"x");
+  settings.Save();
+  EXPECT_EQ(folder.read("none.txt"), "x\r\n") << "nothing was there to be lost";
+}
+
+}  // namespace
+}  // namespace tornby
