@@ -1,11 +1,11 @@
 // CRC checksums of strings, byte blocks and whole files.
 //
-// | Algorithm | Standard                                  | Polynomial | After Clear | Reflected | Final XOR  |
-// "123456789" |
-// |-----------|-------------------------------------------|------------|-------------|-----------|------------|-------------|
-// | 0         | CRC-16/XMODEM (ITU-T V.41, MSB first)     | 0x1021     | 0           | no        | none       | 0x31C3
-// | | 1         | CRC-32 of IEEE 802.3, as in zlib and PKZIP | 0x04C11DB7 | 0xFFFFFFFF  | yes       | 0xFFFFFFFF |
-// 0xCBF43926  |
+// | No. | Standard                                   | Polynomial | After Clear | Reflected | Final XOR  | Check      |
+// |-----|--------------------------------------------|------------|-------------|-----------|------------|------------|
+// | 0   | CRC-16/XMODEM (ITU-T V.41, MSB first)      | 0x1021     | 0           | no        | none       | 0x31C3     |
+// | 1   | CRC-32 of IEEE 802.3, as in zlib and PKZIP | 0x04C11DB7 | 0xFFFFFFFF  | yes       | 0xFFFFFFFF | 0xCBF43926 |
+//
+// No. is the value of Algorithm, Check the checksum of "123456789".
 //
 // Results are signed 32-bit integers: the CRC-32 0xCBF43926 is delivered as -873187034.
 //
