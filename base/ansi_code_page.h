@@ -1,6 +1,8 @@
 // The ANSI code page: the one place where wide text becomes bytes and bytes become wide text.
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 
@@ -30,8 +32,30 @@ class AnsiCodePage {
   /// The code of one character: 0 to 255, or lead byte * 256 + trail byte where the code page needs two bytes.
   virtual unsigned code_of(char16_t character) const = 0;
 
+  /// Writes one byte a unit: its code, if the code page has this very character in one byte; or else its value, if that
+  /// is below 256; or else the code of "?". ASCII is itself in any case.
+  virtual void encode_each(StringView text, std::uint8_t* out) const;
+
+  /// Hands the bytes of `text` to `take` in blocks of at most `block_size`, which lie in one place that is used again
+  /// and again: text of any length becomes bytes without a copy of the whole.
+  template <class Take>
+  void encode_by_blocks(StringView text, Take take) const {
+    std::array<std::uint8_t, block_size> block;
+    const std::size_t units = block.size() / bytes_per_unit();
+    while (!text.empty()) {
+      std::size_t length = std::min(units, text.size());
+      if (length < text.size() && is_high_surrogate(text[length - 1])) --length;  // a pair stays together
+      take(ByteView(block.data(), encode(text.substr(0, length), block.data())));
+      text.remove_prefix(length);
+    }
+  }
+  static constexpr std::size_t block_size = 4096;
+
   Bytes encode(StringView text) const;
   String decode(ByteView bytes) const;
+
+ private:
+  static bool is_high_surrogate(char16_t unit) { return unit >= 0xD800 && unit < 0xDC00; }
 };
 
 }  // namespace tornby

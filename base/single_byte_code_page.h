@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "base/ansi_code_page.h"
+#include "base/code_run.h"
 
 namespace tornby {
 
@@ -24,12 +25,22 @@ class SingleByteCodePage final : public AnsiCodePage {
   std::size_t bytes_per_unit() const override { return 1; }
   std::size_t encode(StringView text, std::uint8_t* out) const override;
   std::size_t decode(ByteView bytes, char16_t* out) const override;
-  unsigned code_of(char16_t character) const override { return codes_[character]; }
+  unsigned code_of(char16_t character) const override { return codes_.of[character]; }
+  void encode_each(StringView text, std::uint8_t* out) const override;
 
  private:
+  /// What every unit becomes, and the run of them that needs no table.
+  struct Codes {
+    std::vector<std::uint8_t> of;
+    CodeRun run;
+  };
+  void encode_by(const Codes& codes, StringView text, std::uint8_t* out) const;
+
   unsigned identifier_;
   Characters characters_;
-  std::vector<std::uint8_t> codes_;
+  CodeRun run_;
+  Codes codes_;
+  Codes each_codes_;
   bool ascii_is_itself_ = true;
 };
 

@@ -77,7 +77,7 @@ void base64_decode(Blocks& b) {
 template <keyed_xor::Apply apply, std::size_t key_size>
 void keyed_xor_by(Blocks& b) {
   static const Bytes key(key_size, 0x5A);
-  apply(b.bytes.data(), b.size, key.data(), key.size(), 0);
+  apply(b.bytes.data(), b.bytes.data(), b.size, key.data(), key.size(), 0);
 }
 
 #ifdef BENCH_OPENSSL

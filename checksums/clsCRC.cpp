@@ -21,23 +21,6 @@ std::int32_t as_signed(std::uint32_t bits) {
   return static_cast<std::int32_t>(bits);
 }
 
-bool is_high_surrogate(char16_t unit) {
-  return unit >= 0xD800 && unit < 0xDC00;
-}
-
-/// Hands the bytes of `text` to `take` block by block, without a copy of the whole.
-template <class Take>
-void for_each_block(const AnsiCodePage& code_page, StringView text, Take take) {
-  std::array<std::uint8_t, 4096> block;
-  const std::size_t units = block.size() / code_page.bytes_per_unit();
-  while (!text.empty()) {
-    std::size_t length = std::min(units, text.size());
-    if (length < text.size() && is_high_surrogate(text[length - 1])) --length;  // a pair stays together
-    take(ByteView(block.data(), code_page.encode(text.substr(0, length), block.data())));
-    text.remove_prefix(length);
-  }
-}
-
 /// A file's size as the size of a buffer for it. Raises 7 (out of memory) where no buffer can be that large.
 std::size_t buffer_size(std::uint64_t file_size) {
   if (file_size > static_cast<std::uint64_t>(std::numeric_limits<std::ptrdiff_t>::max()))
@@ -65,8 +48,13 @@ clsCRC::clsCRC(const AnsiCodePage& code_page, const Files& files, const Process&
 
 std::int32_t clsCRC::WIN64_AddCrc32(StringView text, std::int32_t crc) const {
   auto value = static_cast<std::uint32_t>(crc);
+  if (code_page_->bytes_per_unit() == 1) {
+    code_page_->encode_by_blocks(
+        text, [&value](ByteView block) { value = crc::update_crc32(value, block.data(), block.size()); });
+    return as_signed(value);
+  }
   for (const char16_t character : text) {
-    const unsigned code = code_page_->code_of(character);
+    const unsigned code = character < 0x80 ? character : code_page_->code_of(character);
     if (code > 0xFF) throw RuntimeError(StandardError::subscript_out_of_range);
     value = crc::step_crc32(value, code);
   }
@@ -76,7 +64,7 @@ std::int32_t clsCRC::WIN64_AddCrc32(StringView text, std::int32_t crc) const {
 Variant clsCRC::AddString(StringView text) {
   const bool selected = algorithm_ == algorithm_crc16 || algorithm_ == algorithm_crc32;
   if (text.empty() && selected) throw RuntimeError(StandardError::subscript_out_of_range);
-  if (selected) for_each_block(*code_page_, text, [this](ByteView bytes) { add_bytes(bytes); });
+  if (selected) code_page_->encode_by_blocks(text, [this](ByteView block) { add_bytes(block); });
   return Value();
 }
 

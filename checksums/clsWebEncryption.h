@@ -68,9 +68,6 @@ class clsWebEncryption {
   Bytes bsEncode2(ByteView bytes, std::int32_t count) const;
 
  private:
-  Bytes codes(StringView text) const;
-  void apply_key(Bytes& bytes, StringView key) const;
-
   const AnsiCodePage* code_page_;
 };
 

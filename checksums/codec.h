@@ -8,7 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "checksums/kernel.h"
+#include "base/kernel.h"
 
 namespace tornby {
 

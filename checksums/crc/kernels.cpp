@@ -14,6 +14,9 @@ constexpr Crc32Kernel crc32_list[] = {
     {"sliced", no_features, update_crc32_sliced},
     {"bytewise", no_features, update_crc32_bytewise},
 };
+constinit Chosen<Crc16Kernel> chosen_crc16(crc16_list);
+constinit Chosen<Crc32Kernel> chosen_crc32(crc32_list);
+[[maybe_unused]] const bool has_choice = chosen_crc16.choose(crc16_list) && chosen_crc32.choose(crc32_list);
 
 }  // namespace
 
@@ -25,13 +28,11 @@ std::span<const Crc32Kernel> crc32_kernels() {
 }
 
 std::uint16_t update_crc16(std::uint16_t value, const std::uint8_t* data, std::size_t size) {
-  static const auto chosen = resolve(crc16_kernels(), available_features()).update;
-  return chosen(value, data, size);
+  return chosen_crc16->update(value, data, size);
 }
 
 std::uint32_t update_crc32(std::uint32_t value, const std::uint8_t* data, std::size_t size) {
-  static const auto chosen = resolve(crc32_kernels(), available_features()).update;
-  return chosen(value, data, size);
+  return chosen_crc32->update(value, data, size);
 }
 
 }  // namespace tornby::crc

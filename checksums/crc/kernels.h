@@ -14,7 +14,7 @@
 #include <cstdint>
 #include <span>
 
-#include "checksums/kernel.h"
+#include "base/kernel.h"
 
 namespace tornby::crc {
 

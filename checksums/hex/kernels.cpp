@@ -9,6 +9,8 @@ constexpr Codec list[] = {
 #endif
     {"plain", no_features, encode_plain, decode_plain},
 };
+constinit Chosen<Codec> chosen(list);
+[[maybe_unused]] const bool has_choice = chosen.choose(list);
 
 }  // namespace
 
@@ -17,8 +19,7 @@ std::span<const Codec> kernels() {
 }
 
 const Codec& best() {
-  static const Codec& chosen = resolve(kernels(), available_features());
-  return chosen;
+  return *chosen;
 }
 
 }  // namespace tornby::hex

@@ -5,10 +5,12 @@ namespace {
 
 constexpr Kernel list[] = {
 #ifdef TORNBY_X86_KERNELS
-    {"repeated", vectors, apply_repeated},
+    {"repeated", byte_shuffle, apply_repeated},
 #endif
     {"plain", no_features, apply_plain},
 };
+constinit Chosen<Kernel> chosen(list);
+[[maybe_unused]] const bool has_choice = chosen.choose(list);
 
 }  // namespace
 
@@ -16,9 +18,9 @@ std::span<const Kernel> kernels() {
   return list;
 }
 
-void apply(std::uint8_t* data, std::size_t size, const std::uint8_t* key, std::size_t key_size, std::size_t phase) {
-  static const Apply chosen = resolve(kernels(), available_features()).apply;
-  chosen(data, size, key, key_size, phase);
+void apply(const std::uint8_t* from, std::uint8_t* to, std::size_t size, const std::uint8_t* key, std::size_t key_size,
+           std::size_t phase) {
+  chosen->apply(from, to, size, key, key_size, phase);
 }
 
 }  // namespace tornby::keyed_xor

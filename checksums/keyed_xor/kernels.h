@@ -5,15 +5,15 @@
 #include <cstdint>
 #include <span>
 
-#include "checksums/kernel.h"
+#include "base/kernel.h"
 
 namespace tornby::keyed_xor {
 
-/// XORs `size` bytes in place: byte i meets key byte (`phase` + i) mod `key_size`. The key has at least one byte and
-/// does not overlap the data; `phase` is below `key_size`. Any length is allowed, 0 included, at any alignment, and
-/// nothing outside the blocks is read or written.
-using Apply = void (*)(std::uint8_t* data, std::size_t size, const std::uint8_t* key, std::size_t key_size,
-                       std::size_t phase);
+/// XORs `size` bytes from one place to another, which may be the same but does not overlap it otherwise: byte i meets
+/// key byte (`phase` + i) mod `key_size`. The key has at least one byte and overlaps neither place; `phase` is below
+/// `key_size`. Any length is allowed, 0 included, at any alignment, and nothing outside the blocks is read or written.
+using Apply = void (*)(const std::uint8_t* from, std::uint8_t* to, std::size_t size, const std::uint8_t* key,
+                       std::size_t key_size, std::size_t phase);
 
 struct Kernel {
   const char* name;
@@ -25,12 +25,13 @@ struct Kernel {
 std::span<const Kernel> kernels();
 
 /// The same by the best kernel for this processor.
-void apply(std::uint8_t* data, std::size_t size, const std::uint8_t* key, std::size_t key_size, std::size_t phase);
+void apply(const std::uint8_t* from, std::uint8_t* to, std::size_t size, const std::uint8_t* key, std::size_t key_size,
+           std::size_t phase);
 
 // The kernels themselves.
-void apply_plain(std::uint8_t* data, std::size_t size, const std::uint8_t* key, std::size_t key_size,
-                 std::size_t phase);
-void apply_repeated(std::uint8_t* data, std::size_t size, const std::uint8_t* key, std::size_t key_size,
-                    std::size_t phase);
+void apply_plain(const std::uint8_t* from, std::uint8_t* to, std::size_t size, const std::uint8_t* key,
+                 std::size_t key_size, std::size_t phase);
+void apply_repeated(const std::uint8_t* from, std::uint8_t* to, std::size_t size, const std::uint8_t* key,
+                    std::size_t key_size, std::size_t phase);
 
 }  // namespace tornby::keyed_xor

@@ -9,10 +9,10 @@ constexpr std::size_t passes_that_pay = 4;
 
 }  // namespace
 
-void apply_repeated(std::uint8_t* data, std::size_t size, const std::uint8_t* key, std::size_t key_size,
-                    std::size_t phase) {
+void apply_repeated(const std::uint8_t* from, std::uint8_t* to, std::size_t size, const std::uint8_t* key,
+                    std::size_t key_size, std::size_t phase) {
   if (key_size >= least_pass || size < passes_that_pay * least_pass)
-    return apply_plain(data, size, key, key_size, phase);
+    return apply_plain(from, to, size, key, key_size, phase);
 
   std::uint8_t pass[2 * least_pass];
   std::size_t pass_size = 0;
@@ -21,9 +21,9 @@ void apply_repeated(std::uint8_t* data, std::size_t size, const std::uint8_t* ke
       pass[pass_size++] = key[phase];
       phase = phase + 1 == key_size ? 0 : phase + 1;
     }
-  for (; size >= pass_size; size -= pass_size, data += pass_size)
-    for (std::size_t i = 0; i < pass_size; ++i) data[i] ^= pass[i];
-  for (std::size_t i = 0; i < size; ++i) data[i] ^= pass[i];
+  for (; size >= pass_size; size -= pass_size, from += pass_size, to += pass_size)
+    for (std::size_t i = 0; i < pass_size; ++i) to[i] = from[i] ^ pass[i];
+  for (std::size_t i = 0; i < size; ++i) to[i] = from[i] ^ pass[i];
 }
 
 }  // namespace tornby::keyed_xor

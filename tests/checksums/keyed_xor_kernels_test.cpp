@@ -35,7 +35,7 @@ TEST(KeyedXorKernel, AgreesAtEveryLengthKeyAndPhaseAndStaysInside) {
         for (const Kernel& kernel : kernels()) {
           if ((kernel.needs & ~available_features()) != 0) continue;
           std::copy(data.begin(), data.end(), place.begin());
-          kernel.apply(place.data(), size, key_place.data(), key_size, phase);
+          kernel.apply(place.data(), place.data(), size, key_place.data(), key_size, phase);
           ASSERT_TRUE(std::equal(expected.begin(), expected.end(), place.begin()))
               << kernel.name << ", " << size << " bytes, key of " << key_size << " from " << phase;
         }

@@ -1,0 +1,19 @@
+# tornby_kernels(variant "flags" source...): the sources once more, compiled for the instructions that the flags name.
+# What a source defines it puts into a namespace called TORNBY_KERNEL, which is the variant's name. The whole file has
+# the instructions, so that the compiler also aligns the stack for them; base/kernel.h says who may call it.
+function(tornby_kernels variant flags)
+  get_filename_component(folder ${CMAKE_CURRENT_SOURCE_DIR} NAME)
+  set(name tornby_${folder}_${variant})
+  add_library(${name} OBJECT ${ARGN})
+  separate_arguments(flags)
+  target_compile_options(${name} PRIVATE ${flags})
+  target_compile_definitions(${name} PRIVATE TORNBY_KERNEL=${variant})
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR}/include)
+  target_link_libraries(${name} PRIVATE tornby_options)
+  target_sources(tornby PRIVATE $<TARGET_OBJECTS:${name}>)
+endfunction()
+
+if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|AMD64|i.86|x86)$")
+  set(TORNBY_X86 TRUE)
+  target_compile_definitions(tornby PRIVATE TORNBY_X86_KERNELS)
+endif()
