@@ -16,7 +16,7 @@ if(TORNBY_SANITIZE)
 endif()
 if(WIN32 AND CMAKE_SIZEOF_VOID_P EQUAL 4)
   # Every processor of a supported Windows has SSE2; without it, text would go through these programs unit by unit.
-  target_compile_options(tornby_options INTERFACE -msse2)
+  target_compile_options(tornby_flags INTERFACE -msse2)
 endif()
 if(WIN32)
   # The runtimes are linked in, so that the DLL and the programs need nothing but the system's own libraries.
