@@ -1,16 +1,34 @@
-# Headers, the static library and a package for find_package(tornby); on Windows the DLL and its manifest too.
+# What is installed, in three components: development (headers, the static library, the CMake package, the pkg-config
+# file; on Windows also what other compilers need of the DLL), runtime (the DLL and its manifest) and documentation.
 include(CMakePackageConfigHelpers)
+include(cmake/pkg_config.cmake)
 
-install(TARGETS tornby EXPORT tornby ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+set(data_dir ${CMAKE_INSTALL_DATAROOTDIR}/tornby)
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/tornby)
+
+install(TARGETS tornby EXPORT tornby ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
 foreach(header IN LISTS public_headers)
   cmake_path(GET header PARENT_PATH folder)
-  install(FILES ${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tornby/${folder})
+  install(FILES ${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tornby/${folder} COMPONENT development)
 endforeach()
-set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/tornby)
-install(EXPORT tornby NAMESPACE tornby:: DESTINATION ${package_dir} FILE tornbyConfig.cmake)
+install(EXPORT tornby NAMESPACE tornby:: DESTINATION ${package_dir} FILE tornbyConfig.cmake COMPONENT development)
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/tornbyConfigVersion.cmake COMPATIBILITY SameMinorVersion)
-install(FILES ${PROJECT_BINARY_DIR}/tornbyConfigVersion.cmake DESTINATION ${package_dir})
-if(WIN32)
-  install(TARGETS tornby_server RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-  install(FILES ${PROJECT_BINARY_DIR}/automation/Tornby.Components.manifest DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(FILES ${PROJECT_BINARY_DIR}/tornbyConfigVersion.cmake DESTINATION ${package_dir} COMPONENT development)
+write_pkg_config_file(tornby ${PROJECT_BINARY_DIR}/tornby.pc)
+install(FILES ${PROJECT_BINARY_DIR}/tornby.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
+
+if(TARGET tornby_server)
+  install(TARGETS tornby_server RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT runtime)
+  install(FILES ${PROJECT_BINARY_DIR}/automation/Tornby.Components.manifest DESTINATION ${CMAKE_INSTALL_BINDIR}
+    COMPONENT runtime)
+  install(FILES ${PROJECT_BINARY_DIR}/automation/generated/tornby_idl.h
+    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tornby/automation COMPONENT development)
+  install(FILES ${PROJECT_BINARY_DIR}/automation/generated/tornby.tlb DESTINATION ${data_dir} COMPONENT development)
+  # The system's own files, of which automation/idl has short forms, come with the user's compiler.
+  install(DIRECTORY automation/idl DESTINATION ${data_dir} COMPONENT development
+    FILES_MATCHING PATTERN "*.idl" REGEX "/(oaidl|ocidl|stdole2)\\.idl$" EXCLUDE)
 endif()
+
+install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documentation)
+install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documentation PATTERN site EXCLUDE)
+install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documentation OPTIONAL)

@@ -4,7 +4,9 @@
 add_library(tornby_flags INTERFACE)
 target_compile_features(tornby_flags INTERFACE cxx_std_20)
 target_compile_options(tornby_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion
-  -Woverloaded-virtual -Wno-psabi -Wno-restrict -Werror)  # GCC 12 warns of overlaps in its own strings
+  -Woverloaded-virtual -Wno-psabi
+  $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>  # GCC 12 warns of overlaps in its own strings
+  $<$<BOOL:${TORNBY_WERROR}>:-Werror>)
 if(NOT WIN32)  # COM interfaces have no destructors
   target_compile_options(tornby_flags INTERFACE -Wnon-virtual-dtor)
 endif()
