@@ -2,7 +2,8 @@
 """Writes the reference: a page for each class, out of the interface definitions, whose help strings are those of the type
 library, and the public headers, which say the rest. A class or member that one of them lacks is an error.
 
-Usage: reference.py folder    writes the pages into the folder
+Usage: reference.py folder    writes the pages into folder/reference, and links the other pages there with them: what stands
+                              between marks there and is the name of a class, or of a member of one class only
        reference.py --list    prints what the type library must hold: interface, member or value, help string
 """
 
@@ -118,7 +119,7 @@ class Reference:
         if member.hidden:
             lines += ["", "Object browsers hide this member."]
         if member.name in PICTURES:
-            lines += ["", f"![The dialog, under Wine](../images/dialogs-{PICTURES[member.name]}.png)"]
+            lines += ["", f"![The dialog](../images/dialogs-{PICTURES[member.name]}.png)", "", "*Under Wine.*"]
         return "\n".join(lines) + "\n"
 
     def page(self, name):
@@ -131,7 +132,7 @@ class Reference:
         prose = Prose({member.name for member in members + events})
         text = [f"# {escape(name)}", ""]
         if described.control:
-            text += [f"![{name}, in each of its looks, under Wine](../images/{name}.png)", ""]
+            text += [f"![{name}](../images/{name}.png)", "", "*In each of its looks, as Wine draws it.*", ""]
         said = (header.about + "\n\n" if header_name == name else "") + header.own
         text += [prose.format(said.strip()) or escape(described.help) + ".", ""]
         text += [f"With examples: [{PAGES[name]}](../{PAGES[name]}.md).", ""]
@@ -177,7 +178,30 @@ class Reference:
         text += [name for names in GROUPS.values() for name in names] + ["others", "```", ""]
         return "\n".join(text)
 
-    def write(self, folder):
+    def targets(self):
+        """Where a name leads to. Of a name that several classes have, nobody can tell which is meant."""
+        owners = {}
+        for name, described in self.classes.items():
+            for interface in (described.interface, described.events):
+                for member in interface.members if interface else ():
+                    owners.setdefault(member, set()).add(name)
+        found = {member: f"{names.pop()}.md#{anchor(member)}" for member, names in owners.items() if len(names) == 1}
+        return found | {name: f"{name}.md" for name in self.classes}
+
+    def link(self, page, way, targets):
+        """In running text and tables; not in headings, fences, comments and links."""
+        kept = r"(^```.*?^```$|<!--.*?-->|^#.*?$|!?\[[^\]]*\]\([^)]*\))"
+        parts = re.split(kept, page.read_text(encoding="utf-8"), flags=re.M | re.S)
+        for i in range(0, len(parts), 2):
+            parts[i] = re.sub(r"`(\w+)`", lambda match: f"[{match[0]}]({way}{targets[match[1]]})" if match[1] in targets
+                              else match[0], parts[i])
+        page.write_text("".join(parts), encoding="utf-8")
+
+    def write(self, pages):
+        targets = self.targets()
+        for page in pages.rglob("*.md"):
+            self.link(page, "reference/" if page.parent == pages else "../reference/", targets)
+        folder = pages / "reference"
         folder.mkdir(parents=True, exist_ok=True)
         for name in self.classes:
             (folder / f"{name}.md").write_text(self.page(name), encoding="utf-8")

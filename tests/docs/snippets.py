@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Takes the snippets out of the pages, so that each is compiled, run or read by a machine as it stands there.
+"""Takes the snippets out of the pages, so that each is compiled, run or read by a machine as it stands there; and sees that
+links lead somewhere.
 
 A fence says after its language what is done with it; a fence that does not is an error, but for plain text:
 
@@ -66,6 +67,10 @@ class Page:
             if what not in KINDS.get(language, ()):
                 self.fail(line, f'nothing says what to do with "{match["info"]}"')
             self.one(language, what, line, match["code"], setup, answers)
+
+        for link in re.findall(r"\]\((?!https?:|#)([^)#]+)", re.sub(FENCE, "", self.text)):
+            if not (self.path.parent / link).exists():
+                self.fail(self.text.count("\n", 0, self.text.index(link)) + 1, f"a link leads nowhere: {link}")
 
     def one(self, language, what, line, code, setup, answers):
         if language == "cpp":
