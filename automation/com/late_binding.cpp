@@ -158,6 +158,35 @@ HRESULT make_readable_by_scripts(VARIANT* result) {
   return convert_array(strings->parray, VT_VARIANT, result);
 }
 
+/// What an engine shows of a member's failure, and the answer to it.
+HRESULT report(HRESULT failure, EXCEPINFO* exception) {
+  ComPtr<IErrorInfo> info;
+  if (exception) {
+    *exception = {};
+    exception->scode = failure;
+    if (::GetErrorInfo(0, info.out()) == S_OK) {
+      info->GetDescription(&exception->bstrDescription);
+      info->GetSource(&exception->bstrSource);
+    }
+  }
+  return DISP_E_EXCEPTION;
+}
+
+/// Reads a property without parameters: there is nothing for the type library to convert.
+HRESULT read_plain(IDispatch* target, const Member& member, VARIANT* result, EXCEPINFO* exception) {
+  using Read = HRESULT(STDMETHODCALLTYPE*)(IDispatch*, void*);
+  const Read read = (*reinterpret_cast<Read**>(target))[member.slot];
+  OwnedVariant value;
+  if (member.plain_result == VT_VARIANT) {
+    if (const HRESULT failure = read(target, value.get()); FAILED(failure)) return report(failure, exception);
+  } else {
+    if (const HRESULT failure = read(target, &value->byref); FAILED(failure)) return report(failure, exception);
+    value->vt = member.returns_color ? static_cast<VARTYPE>(VT_I4) : member.plain_result;
+  }
+  if (result) *result = value.detach();
+  return S_OK;
+}
+
 constexpr WORD puts = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
 
 }  // namespace
@@ -185,6 +214,8 @@ HRESULT LateBinding::invoke(IDispatch* target, DISPID id, WORD flags, DISPPARAMS
       !wanted && (flags & puts) != 0 ? table().find(id, puts) : wanted;
   if (!member) return DISP_E_MEMBERNOTFOUND;
 
+  if (member->plain_result != VT_EMPTY && parameters->cArgs == 0) return read_plain(target, *member, result, exception);
+
   Arguments arguments(*parameters, *member);
   if (FAILED(arguments.failure())) {
     if (bad_argument) *bad_argument = arguments.bad_argument();
@@ -196,7 +227,6 @@ HRESULT LateBinding::invoke(IDispatch* target, DISPID id, WORD flags, DISPPARAMS
   prepared.rgvarg = arguments.data();
   const HRESULT outcome = table().type_info()->Invoke(target, id, flags, &prepared, result, exception, bad_argument);
   if (FAILED(outcome) || !result) return outcome;
-  if (member->returns_color && result->vt == VT_UI4) result->vt = VT_I4;
   return make_readable_by_scripts(result);
 }
 

@@ -1,6 +1,7 @@
 // Late binding: what scripts call through IDispatch.
 //
-// The type library's own Invoke does the conversions and the call. Added here is what scripts need beyond that:
+// Names come from a table of our own, and a property without parameters is read directly; the type library's own Invoke
+// does the conversions and the calls of all else. Added here is what scripts need beyond that:
 // - a script passes its variables by reference as variants; where a member wants a string, a number or an array by
 //   reference, it gets a pointer into that variable, so that its change arrives;
 // - an array of variants is taken where a member wants an array of bytes, numbers or strings;

@@ -31,6 +31,15 @@ VARTYPE array_type(const TYPEDESC& type) {
   return static_cast<VARTYPE>(VT_ARRAY | type.lptdesc->vt);
 }
 
+/// The type of a result that is no array and no object; VT_EMPTY for those.
+VARTYPE plain_result(ITypeInfo* info, const TYPEDESC& type) {
+  const VARTYPE plain = plain_type(info, type);
+  return plain == VT_PTR || plain == VT_SAFEARRAY || plain == VT_USERDEFINED || plain == VT_UNKNOWN ||
+                 plain == VT_DISPATCH
+             ? static_cast<VARTYPE>(VT_EMPTY)
+             : plain;
+}
+
 /// Colours are the only unsigned numbers of these interfaces.
 bool is_color(ITypeInfo* info, const TYPEDESC& type) {
   return plain_type(info, type) == VT_UI4;
@@ -134,15 +143,22 @@ void MemberTable::describe(ITypeInfo2* info) {
     } owner{info, function};
     if (function->oVft < inherited) continue;
 
-    Member member{function->memid, function->invkind, {}, false};
+    Member member;
+    member.id = function->memid;
+    member.way = function->invkind;
+    member.slot = static_cast<std::size_t>(function->oVft) / sizeof(void*);
     for (SHORT i = 0; i < function->cParams; ++i) {
       const ELEMDESC& parameter = function->lprgelemdescParam[i];
-      if ((parameter.paramdesc.wParamFlags & PARAMFLAG_FRETVAL) != 0)
-        member.returns_color = is_color(info, *parameter.tdesc.lptdesc);
-      else if (is_marked(info, *function))
+      if ((parameter.paramdesc.wParamFlags & PARAMFLAG_FRETVAL) != 0) {
+        const TYPEDESC& result = *parameter.tdesc.lptdesc;
+        member.returns_color = is_color(info, result);
+        if (function->invkind == INVOKE_PROPERTYGET && function->cParams == 1)
+          member.plain_result = plain_result(info, result);
+      } else if (is_marked(info, *function)) {
         member.parameters.push_back({Parameter::Kind::color, parameter.tdesc.vt});
-      else
+      } else {
         member.parameters.push_back(automation::describe(info, parameter.tdesc));
+      }
     }
     members_.push_back(std::move(member));
     const auto named =

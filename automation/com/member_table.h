@@ -28,6 +28,8 @@ struct Member {
   INVOKEKIND way = INVOKE_FUNC;
   std::vector<Parameter> parameters;  // without the result
   bool returns_color = false;
+  std::size_t slot = 0;             // in the interface's table of functions
+  VARTYPE plain_result = VT_EMPTY;  // of a property that is read without parameters: a number, a string or a variant
 };
 
 class MemberTable {
