@@ -123,6 +123,8 @@ class Library:
         if what == "coclass":
             events = re.search(r"source\]\s*dispinterface\s+(\w+)", body)
             default = re.search(r"\[default\]\s*interface\s+(\w+)", body)
+            if not default or default[1] not in self.interfaces:
+                return  # of a system's interface only
             self.classes.append(Class(name, about["helpstring"], about["uuid"], self.interfaces[default[1]],
                                       self.interfaces[events[1]] if events else None, "control" in about))
             return

@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Writes the reference: a page for each class, out of the interface definitions, whose help strings are those of the type
-library, and the public headers, which say the rest. A class or member that one of them lacks is an error.
+library, and the public headers, which say the rest. Of what the headers lack the help string says all; a member without one
+is an error.
 
 Usage: reference.py folder    writes the pages into folder/reference, and links the other pages there with them: what stands
                               between marks there and is the name of a class, or of a member of one class only
@@ -88,8 +89,10 @@ class Reference:
         self.library = Library(ROOT / "automation" / "idl")
         self.classes = {described.name: described for described in self.library.classes}
         listed = {name for names in GROUPS.values() for name in names}
-        if listed != self.classes.keys():
-            sys.exit(f"reference: the groups and the type library differ in {listed ^ self.classes.keys()}")
+        if listed - self.classes.keys():
+            sys.exit(f"reference: the type library has no {listed - self.classes.keys()}")
+        rest = [name for name in self.classes if name not in listed]
+        self.groups = GROUPS | ({"More classes": rest} if rest else {})
 
     def list(self):
         for interface in self.library.interfaces.values():
@@ -111,8 +114,6 @@ class Reference:
             declarations, texts = header.members[member.name]
             lines += ["```cpp", *declarations, "```", ""]
             said = prose.format("\n\n".join(texts))
-        elif header and not member.hidden:
-            sys.exit(f"reference: {header.path.name} lacks {member.name}")
         if not member.help:
             sys.exit(f"reference: {described.name}.{member.name} has no help string")
         lines += [said or escape(member.help) + "."]
@@ -125,17 +126,21 @@ class Reference:
     def page(self, name):
         described = self.classes[name]
         header_name = HEADER_OF.get(name, name)
-        path = next(ROOT / folder / f"{header_name}.h" for folder in FOLDERS if (ROOT / folder / f"{header_name}.h").exists())
-        header = Header(path, name)
+        paths = (ROOT / folder / f"{header_name}.h" for folder in FOLDERS)
+        path = next((path for path in paths if path.exists()), None)
+        header = Header(path, name) if path else None
         members = list(described.interface.members.values())
         events = list(described.events.members.values()) if described.events else []
         prose = Prose({member.name for member in members + events})
         text = [f"# {escape(name)}", ""]
-        if described.control:
+        if (ROOT / "docs" / "images" / f"{name}.png").exists():
             text += [f"![{name}](../images/{name}.png)", "", "*In each of its looks, as Wine draws it.*", ""]
-        said = (header.about + "\n\n" if header_name == name else "") + header.own
+        said = ""
+        if header:
+            said = (header.about + "\n\n" if header_name == name else "") + header.own
         text += [prose.format(said.strip()) or escape(described.help) + ".", ""]
-        text += [f"With examples: [{PAGES[name]}](../{PAGES[name]}.md).", ""]
+        if name in PAGES:
+            text += [f"With examples: [{PAGES[name]}](../{PAGES[name]}.md).", ""]
         for kind, title in (("property", "Properties"), ("method", "Methods")):
             chosen = [member for member in members if member.kind == kind]
             if chosen:
@@ -148,7 +153,8 @@ class Reference:
                  f"| Class | `{{{described.identifier}}}` |", f"| Interface `{described.interface.name}` | `{{{described.interface.identifier}}}` |"]
         if described.events:
             text += [f"| Events `{described.events.name}` | `{{{described.events.identifier}}}` |"]
-        text += [f"| Header | `<tornby/{path.relative_to(ROOT)}>` |", ""]
+        text += [f"| Header | `<tornby/{path.relative_to(ROOT)}>` |"] if path else []
+        text += [""]
         return "\n".join(text)
 
     def others(self):
@@ -171,11 +177,11 @@ class Reference:
     def index(self):
         text = ["# Reference", "", "Every class and member. The first line of each entry is the signature as automation clients see it, the "
                 "second the C++ declaration.", ""]
-        for group, names in GROUPS.items():
+        for group, names in self.groups.items():
             text += [f"## {group}", "", "| Class | In short |", "|---|---|"]
             text += [f"| [{escape(name)}]({name}.md) | {escape(self.classes[name].help)} |" for name in names] + [""]
         text += ["## Others", "", "[StringCollection and the enumerations](others.md).", "", "```{toctree}", ":hidden:", ""]
-        text += [name for names in GROUPS.values() for name in names] + ["others", "```", ""]
+        text += [name for names in self.groups.values() for name in names] + ["others", "```", ""]
         return "\n".join(text)
 
     def targets(self):
