@@ -42,18 +42,18 @@ const Kernel& resolve(std::span<const Kernel> kernels, Features features) {
 template <class Kernel>
 class Chosen {
  public:
-  constexpr explicit Chosen(std::span<const Kernel> kernels) : kernel_(&kernels.back()) {}
+  constexpr explicit Chosen(std::span<const Kernel> kernels) : kernel_(kernels.back()) {}
 
   /// Returns whether there is a choice, so that a constant's initialisation can make it.
   bool choose(std::span<const Kernel> kernels) {
-    kernel_ = &resolve(kernels, available_features());
+    kernel_ = resolve(kernels, available_features());
     return kernels.size() > 1;
   }
-  const Kernel* operator->() const { return kernel_; }
-  const Kernel& operator*() const { return *kernel_; }
+  const Kernel* operator->() const { return &kernel_; }
+  const Kernel& operator*() const { return kernel_; }
 
  private:
-  const Kernel* kernel_;
+  Kernel kernel_;
 };
 
 }  // namespace tornby

@@ -13,10 +13,8 @@ std::span<const Codec> kernels();
 /// The best kernel for this processor.
 const Codec& best();
 
-// The kernels themselves.
+// The plain kernel.
 void encode_plain(const std::uint8_t* bytes, std::size_t groups, std::uint8_t* digits);
 std::size_t decode_plain(const std::uint8_t* digits, std::size_t groups, std::uint8_t* bytes);
-void encode_shuffled(const std::uint8_t* bytes, std::size_t groups, std::uint8_t* digits);
-std::size_t decode_shuffled(const std::uint8_t* digits, std::size_t groups, std::uint8_t* bytes);
 
 }  // namespace tornby::base64

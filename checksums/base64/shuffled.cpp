@@ -1,91 +1,165 @@
-// Twelve bytes and sixteen digits a step, after Mula and Lemire ("Faster Base64 encoding and decoding using AVX2
-// instructions", ACM Transactions on the Web 12(3), 2018): a shuffle of bytes is a table of sixteen entries, looked up
-// sixteen times at once.
-#include <tmmintrin.h>
+// A vector of digits a step, after Mula and Lemire ("Faster Base64 encoding and decoding using AVX2 instructions", ACM
+// Transactions on the Web 12(3), 2018): a shuffle of bytes is a table of sixteen entries, looked up for all of them at
+// once. A lane of sixteen digits stands for twelve bytes. The last vector overlaps the one before.
+#include <cstring>
 
 #include "checksums/base64/kernels.h"
+#include "checksums/vectors.h"
 
-namespace tornby::base64 {
+namespace tornby::base64::TORNBY_KERNEL {
 namespace {
 
-constexpr std::size_t vector_size = 16;
-constexpr std::size_t groups_a_vector = 4;
-// A vector of bytes holds five groups and a byte; only the first four are used.
-constexpr std::size_t groups_to_touch = 6;
+constexpr std::size_t bytes_a_lane = 12;
+constexpr std::size_t digits_a_lane = 16;
+constexpr std::size_t groups_a_lane = 4;
 
-__m128i load(const std::uint8_t* from) {
-  return _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
-}
-void store(std::uint8_t* to, __m128i vector) {
-  _mm_storeu_si128(reinterpret_cast<__m128i*>(to), vector);
+template <class V>
+constexpr std::size_t groups_a_vector = groups_a_lane* V::size / digits_a_lane;
+
+/// In each 32 bits, the second, first, third and second byte of a group; the twelve bytes start at `first`.
+template <int first>
+__m128i spread_order() {
+  return _mm_add_epi8(_mm_setr_epi8(1, 0, 2, 1, 4, 3, 5, 4, 7, 6, 8, 7, 10, 9, 11, 10), _mm_set1_epi8(first));
 }
 
-/// Twelve bytes as sixteen numbers of six bits.
-__m128i split(__m128i bytes) {
-  // In each 32 bits: the second, first, third and second byte of a group.
-  const __m128i in = _mm_shuffle_epi8(bytes, _mm_setr_epi8(1, 0, 2, 1, 4, 3, 5, 4, 7, 6, 8, 7, 10, 9, 11, 10));
+/// The bytes of a vector of digits, spread out. Nothing beyond them is read: a load of sixteen bytes starts four early.
+/// A narrow vector has those four from the group before, so the first of a block needs a load of its own.
+template <class V>
+typename V::Vector spread(const std::uint8_t* bytes);
+template <>
+__m128i spread<Narrow>(const std::uint8_t* bytes) {
+  return Narrow::looked_up(Narrow::load(bytes - 4), spread_order<4>());
+}
+#ifdef __AVX2__
+template <>
+__m256i spread<Wide>(const std::uint8_t* bytes) {
+  const __m256i both = _mm256_inserti128_si256(_mm256_castsi128_si256(Narrow::load(bytes)), Narrow::load(bytes + 8), 1);
+  return Wide::looked_up(both,
+                         _mm256_inserti128_si256(_mm256_castsi128_si256(spread_order<0>()), spread_order<4>(), 1));
+}
+#endif
+
+/// Numbers of six bits, from groups that are spread out.
+template <class V>
+typename V::Vector split(typename V::Vector in) {
   // Multiplying shifts each 16 bits by its own distance.
-  const __m128i first_and_third =
-      _mm_mulhi_epu16(_mm_and_si128(in, _mm_set1_epi32(0x0FC0FC00)), _mm_set1_epi32(0x04000040));
-  const __m128i second_and_fourth =
-      _mm_mullo_epi16(_mm_and_si128(in, _mm_set1_epi32(0x003F03F0)), _mm_set1_epi32(0x01000010));
-  return _mm_or_si128(first_and_third, second_and_fourth);
+  const auto first_and_third = V::high_product16(V::both(in, V::all32(0x0FC0FC00)), V::all32(0x04000040));
+  const auto second_and_fourth = V::low_product16(V::both(in, V::all32(0x003F03F0)), V::all32(0x01000010));
+  return V::either(first_and_third, second_and_fourth);
 }
 
-/// Sixteen numbers of six bits as twelve bytes; the last four bytes are 0.
-__m128i join(__m128i values) {
-  const __m128i pairs = _mm_maddubs_epi16(values, _mm_set1_epi32(0x01400140));
-  const __m128i groups = _mm_madd_epi16(pairs, _mm_set1_epi32(0x00011000));
-  return _mm_shuffle_epi8(groups, _mm_setr_epi8(2, 1, 0, 6, 5, 4, 10, 9, 8, 14, 13, 12, -1, -1, -1, -1));
-}
-
-/// The digits of sixteen numbers.
-__m128i digits_of(__m128i values) {
-  // The ranges of the alphabet by number: 13 is A to Z, 0 is a to z, 1 to 10 the decimal digits, 11 is "+", 12 is "/".
-  const __m128i above = _mm_subs_epu8(values, _mm_set1_epi8(51));
-  const __m128i is_upper = _mm_cmpgt_epi8(_mm_set1_epi8(26), values);
-  const __m128i range = _mm_or_si128(above, _mm_and_si128(is_upper, _mm_set1_epi8(13)));
+/// The digits of such numbers.
+template <class V>
+typename V::Vector digits_of(typename V::Vector values) {
+  // The ranges of the alphabet by number: 0 is A to Z, 1 is a to z, 2 to 11 the decimal digits, 12 is "+", 13 is "/".
+  const auto above = V::difference_at_least_0(values, V::all8(51));
+  const auto range = V::difference8(above, V::greater8(values, V::all8(25)));
   constexpr char decimal = '0' - 52;
-  const __m128i distance_of = _mm_setr_epi8('a' - 26, decimal, decimal, decimal, decimal, decimal, decimal, decimal,
-                                            decimal, decimal, decimal, '+' - 62, '/' - 63, 'A', 0, 0);
-  return _mm_add_epi8(values, _mm_shuffle_epi8(distance_of, range));
+  const auto distance_of =
+      V::in_each_lane(_mm_setr_epi8('A', 'a' - 26, decimal, decimal, decimal, decimal, decimal, decimal, decimal,
+                                    decimal, decimal, decimal, '+' - 62, '/' - 63, 0, 0));
+  return V::sum8(values, V::looked_up(distance_of, range));
 }
 
-/// The numbers of sixteen digits. `legal` is false when something else is among them.
-__m128i values_of(__m128i digits, bool& legal) {
-  const __m128i low_half = _mm_set1_epi8(15);
-  const __m128i high = _mm_and_si128(_mm_srli_epi32(digits, 4), low_half);
-  const __m128i low = _mm_and_si128(digits, low_half);
+/// The numbers of digits. Other characters set bits of `reasons`.
+template <class V>
+typename V::Vector values_of(typename V::Vector digits, typename V::Vector& reasons) {
+  const auto low_half = V::all8(15);
+  const auto high = V::both(V::shifted_down16(digits, 4), low_half);
+  const auto low = V::both(digits, low_half);
   // For each half of a character, the reasons for which it may be none of the alphabet, as bits. One that both halves
   // have holds: 1 is column 2, 2 is column 3, 4 are columns 4 and 6, 8 are columns 5 and 7, 16 is any other column.
-  const __m128i of_high = _mm_setr_epi8(16, 16, 1, 2, 4, 8, 4, 8, 16, 16, 16, 16, 16, 16, 16, 16);
-  const __m128i of_low = _mm_setr_epi8(21, 17, 17, 17, 17, 17, 17, 17, 17, 17, 19, 26, 27, 27, 27, 26);
-  const __m128i reasons = _mm_and_si128(_mm_shuffle_epi8(of_high, high), _mm_shuffle_epi8(of_low, low));
-  legal = _mm_movemask_epi8(_mm_cmpeq_epi8(reasons, _mm_setzero_si128())) == 0xFFFF;
+  const auto of_high = V::in_each_lane(_mm_setr_epi8(16, 16, 1, 2, 4, 8, 4, 8, 16, 16, 16, 16, 16, 16, 16, 16));
+  const auto of_low = V::in_each_lane(_mm_setr_epi8(21, 17, 17, 17, 17, 17, 17, 17, 17, 17, 19, 26, 27, 27, 27, 26));
+  reasons = V::either(reasons, V::both(V::looked_up(of_high, high), V::looked_up(of_low, low)));
   // "/" stands in one column with "+", and counts as one column less.
-  const __m128i is_slash = _mm_cmpeq_epi8(digits, _mm_set1_epi8('/'));
-  const __m128i distance_of =
-      _mm_setr_epi8(0, 63 - '/', 62 - '+', 52 - '0', -'A', -'A', 26 - 'a', 26 - 'a', 0, 0, 0, 0, 0, 0, 0, 0);
-  return _mm_add_epi8(digits, _mm_shuffle_epi8(distance_of, _mm_add_epi8(high, is_slash)));
+  const auto is_slash = V::equal8(digits, V::all8('/'));
+  const auto distance_of = V::in_each_lane(
+      _mm_setr_epi8(0, 63 - '/', 62 - '+', 52 - '0', -'A', -'A', 26 - 'a', 26 - 'a', 0, 0, 0, 0, 0, 0, 0, 0));
+  return V::sum8(digits, V::looked_up(distance_of, V::sum8(high, is_slash)));
+}
+
+/// Sixteen numbers of six bits a lane as twelve bytes; the last four bytes are 0.
+template <class V>
+typename V::Vector join(typename V::Vector values) {
+  const auto pairs = V::pair_sums8(values, V::all32(0x01400140));
+  const auto groups = V::pair_sums16(pairs, V::all32(0x00011000));
+  return V::looked_up(groups, V::in_each_lane(_mm_setr_epi8(2, 1, 0, 6, 5, 4, 10, 9, 8, 14, 13, 12, -1, -1, -1, -1)));
+}
+
+/// Stores the twelve bytes of a lane and nothing beyond.
+void store_lane(std::uint8_t* bytes, __m128i lane) {
+  _mm_storel_epi64(reinterpret_cast<__m128i*>(bytes), lane);
+  const int last = _mm_cvtsi128_si32(_mm_srli_si128(lane, 8));
+  std::memcpy(bytes + 8, &last, sizeof last);
+}
+/// Stores the bytes of a vector; the last lane's may be followed by four of no meaning.
+void store_joined(std::uint8_t* bytes, __m128i joined, bool more_follow) {
+  if (more_follow)
+    Narrow::store(bytes, joined);
+  else
+    store_lane(bytes, joined);
+}
+#ifdef __AVX2__
+void store_joined(std::uint8_t* bytes, __m256i joined, bool more_follow) {
+  Narrow::store(bytes, _mm256_castsi256_si128(joined));
+  store_joined(bytes + bytes_a_lane, _mm256_extracti128_si256(joined, 1), more_follow);
+}
+#endif
+
+template <class V>
+void encode_vector(const std::uint8_t* bytes, std::uint8_t* digits) {
+  V::store(digits, digits_of<V>(split<V>(spread<V>(bytes))));
+}
+
+template <class V>
+void encode_from(std::size_t done, const std::uint8_t* bytes, std::size_t groups, std::uint8_t* digits) {
+  for (; groups - done >= groups_a_vector<V>; done += groups_a_vector<V>)
+    encode_vector<V>(bytes + 3 * done, digits + 4 * done);
+  const std::size_t last = groups - groups_a_vector<V>;
+  if (done != groups) encode_vector<V>(bytes + 3 * last, digits + 4 * last);
+}
+
+template <class V>
+std::size_t decode_by(const std::uint8_t* digits, std::size_t groups, std::uint8_t* bytes) {
+  std::size_t done = 0;
+  const auto none = V::all8(0);
+  const auto decode_vector = [&](std::size_t at, bool more_follow) {
+    auto reasons = none;
+    const auto values = values_of<V>(V::load(digits + 4 * at), reasons);
+    if (V::any_high_bit(V::greater8(reasons, none))) return false;
+    store_joined(bytes + 3 * at, join<V>(values), more_follow);
+    return true;
+  };
+  constexpr std::size_t step = groups_a_vector<V>;
+  for (; groups - done > 2 * step + 1; done += 2 * step) {
+    auto reasons = none;
+    const auto first = values_of<V>(V::load(digits + 4 * done), reasons);
+    const auto second = values_of<V>(V::load(digits + 4 * (done + step)), reasons);
+    if (V::any_high_bit(V::greater8(reasons, none))) break;
+    store_joined(bytes + 3 * done, join<V>(first), true);
+    store_joined(bytes + 3 * (done + step), join<V>(second), true);
+  }
+  while (groups - done >= step && decode_vector(done, false)) done += step;
+  if (done == groups || (groups - done < step && decode_vector(groups - step, false))) return groups;
+  return done + decode_plain(digits + 4 * done, groups - done, bytes + 3 * done);
 }
 
 }  // namespace
 
-void encode_shuffled(const std::uint8_t* bytes, std::size_t groups, std::uint8_t* digits) {
-  for (; groups >= groups_to_touch; groups -= groups_a_vector, bytes += 12, digits += vector_size)
-    store(digits, digits_of(split(load(bytes))));
-  encode_plain(bytes, groups, digits);
+void encode(const std::uint8_t* bytes, std::size_t groups, std::uint8_t* digits) {
+  if (sizeof(Widest::Vector) > sizeof(Narrow::Vector) && groups >= groups_a_vector<Widest>)
+    return encode_from<Widest>(0, bytes, groups, digits);
+  constexpr std::size_t before = 2;  // groups that a narrow vector may read into
+  if (groups < groups_a_vector<Narrow> + before) return encode_plain(bytes, groups, digits);
+  encode_plain(bytes, before, digits);
+  encode_from<Narrow>(before, bytes, groups, digits);
 }
 
-std::size_t decode_shuffled(const std::uint8_t* digits, std::size_t groups, std::uint8_t* bytes) {
-  std::size_t done = 0;
-  for (; groups - done >= groups_to_touch; done += groups_a_vector) {
-    bool legal = false;
-    const __m128i values = values_of(load(digits + 4 * done), legal);
-    if (!legal) break;
-    store(bytes + 3 * done, join(values));
-  }
-  return done + decode_plain(digits + 4 * done, groups - done, bytes + 3 * done);
+std::size_t decode(const std::uint8_t* digits, std::size_t groups, std::uint8_t* bytes) {
+  if (groups >= groups_a_vector<Widest>) return decode_by<Widest>(digits, groups, bytes);
+  if (groups >= groups_a_vector<Narrow>) return decode_by<Narrow>(digits, groups, bytes);
+  return decode_plain(digits, groups, bytes);
 }
 
-}  // namespace tornby::base64
+}  // namespace tornby::base64::TORNBY_KERNEL

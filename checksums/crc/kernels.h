@@ -7,7 +7,8 @@
 // and, for the fast kernels, its extension to several bytes a step (Kounavis and Berry, "Novel table lookup-based
 // algorithms for high-performance CRC generation", IEEE Transactions on Computers 57(11), 2008). Processors that
 // multiply without carries fold long blocks (Gopal et al., "Fast CRC computation for generic polynomials using
-// PCLMULQDQ instruction", Intel white paper 323102, 2009).
+// PCLMULQDQ instruction", Intel white paper 323102, 2009), four vectors at once, each as wide as the processor has
+// them.
 #pragma once
 
 #include <cstddef>
@@ -31,15 +32,24 @@ using Crc32Kernel = Kernel<std::uint32_t>;
 std::span<const Crc16Kernel> crc16_kernels();
 std::span<const Crc32Kernel> crc32_kernels();
 
-/// The update by the best kernel for this processor.
-std::uint16_t update_crc16(std::uint16_t value, const std::uint8_t* data, std::size_t size);
-std::uint32_t update_crc32(std::uint32_t value, const std::uint8_t* data, std::size_t size);
-
-// The kernels themselves.
+// The kernels of the tables.
 std::uint16_t update_crc16_bytewise(std::uint16_t value, const std::uint8_t* data, std::size_t size);
 std::uint16_t update_crc16_sliced(std::uint16_t value, const std::uint8_t* data, std::size_t size);
 std::uint32_t update_crc32_bytewise(std::uint32_t value, const std::uint8_t* data, std::size_t size);
 std::uint32_t update_crc32_sliced(std::uint32_t value, const std::uint8_t* data, std::size_t size);
-std::uint32_t update_crc32_carryless(std::uint32_t value, const std::uint8_t* data, std::size_t size);
+
+/// Shorter blocks do best with the tables.
+inline constexpr std::size_t least_for_vectors = 16;
+
+extern constinit Chosen<Crc16Kernel> best_crc16;
+extern constinit Chosen<Crc32Kernel> best_crc32;
+
+/// The update by the best kernel for this processor.
+inline std::uint16_t update_crc16(std::uint16_t value, const std::uint8_t* data, std::size_t size) {
+  return size < least_for_vectors ? update_crc16_sliced(value, data, size) : best_crc16->update(value, data, size);
+}
+inline std::uint32_t update_crc32(std::uint32_t value, const std::uint8_t* data, std::size_t size) {
+  return size < least_for_vectors ? update_crc32_sliced(value, data, size) : best_crc32->update(value, data, size);
+}
 
 }  // namespace tornby::crc

@@ -18,25 +18,42 @@ inline Register look_up(const Tables<Register>& tables, std::size_t first, std::
                                tables[first - 2][word >> 16 & 0xFF] ^ tables[first - 3][word >> 24]);
 }
 
-template <class Register>
-inline Register look_up_16(const Tables<Register>& tables, const std::uint8_t* data, std::uint32_t folded) {
-  return static_cast<Register>(look_up(tables, 11, load(data + 4)) ^ look_up(tables, 7, load(data + 8)) ^
-                               look_up(tables, 3, load(data + 12)) ^ look_up(tables, 15, load(data) ^ folded));
+/// Four, eight or sixteen bytes, the register folded into the first of them.
+template <std::size_t size, class Register>
+inline Register step(const Tables<Register>& tables, const std::uint8_t* data, std::uint32_t folded) {
+  auto value = look_up(tables, size - 1, load(data) ^ folded);
+  for (std::size_t i = 4; i < size; i += 4) value ^= look_up(tables, size - 1 - i, load(data + i));
+  return value;
+}
+
+template <class Register, class Fold, class Bytewise>
+inline Register update(const Tables<Register>& tables, Register value, const std::uint8_t* data, std::size_t size,
+                       Fold fold, Bytewise bytewise) {
+  for (; size >= slices; data += slices, size -= slices) value = step<slices>(tables, data, fold(value));
+  if (size >= 8) {
+    value = step<8>(tables, data, fold(value));
+    data += 8;
+    size -= 8;
+  }
+  if (size >= 4) {
+    value = step<4>(tables, data, fold(value));
+    data += 4;
+    size -= 4;
+  }
+  for (; size != 0; --size) value = bytewise(value, *data++);
+  return value;
 }
 
 }  // namespace
 
 std::uint16_t update_crc16_sliced(std::uint16_t value, const std::uint8_t* data, std::size_t size) {
-  for (; size >= slices; data += slices, size -= slices) {
-    const std::uint32_t in_byte_order = static_cast<std::uint32_t>(value >> 8) | (value & 0xFFu) << 8;
-    value = look_up_16(crc16_tables, data, in_byte_order);
-  }
-  return update_crc16_bytewise(value, data, size);
+  const auto in_byte_order = [](std::uint32_t folded) { return folded >> 8 | (folded & 0xFF) << 8; };
+  return update(crc16_tables, value, data, size, in_byte_order, step_crc16);
 }
 
 std::uint32_t update_crc32_sliced(std::uint32_t value, const std::uint8_t* data, std::size_t size) {
-  for (; size >= slices; data += slices, size -= slices) value = look_up_16(crc32_tables, data, value);
-  return update_crc32_bytewise(value, data, size);
+  const auto in_byte_order = [](std::uint32_t folded) { return folded; };
+  return update(crc32_tables, value, data, size, in_byte_order, step_crc32);
 }
 
 }  // namespace tornby::crc

@@ -1,64 +1,98 @@
-// Sixteen bytes a step: a shuffle of bytes is a table of sixteen entries, looked up sixteen times at once.
-#include <tmmintrin.h>
-
+// A vector of bytes a step: a shuffle of bytes is a table of sixteen entries, looked up for all of them at once. The
+// last vector overlaps the one before.
 #include "checksums/hex/kernels.h"
+#include "checksums/vectors.h"
 
-namespace tornby::hex {
+namespace tornby::hex::TORNBY_KERNEL {
 namespace {
 
-constexpr std::size_t vector_size = 16;
-
-__m128i load(const std::uint8_t* from) {
-  return _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
+/// Stores the digits of the upper and those of the lower halves of the bytes, by turns.
+void store_in_turns(std::uint8_t* digits, __m128i upper, __m128i lower) {
+  Narrow::store(digits, _mm_unpacklo_epi8(upper, lower));
+  Narrow::store(digits + Narrow::size, _mm_unpackhi_epi8(upper, lower));
 }
-void store(std::uint8_t* to, __m128i vector) {
-  _mm_storeu_si128(reinterpret_cast<__m128i*>(to), vector);
+__m128i in_storing_order(__m128i bytes) {
+  return bytes;
+}
+/// Sixteen numbers of sixteen bits and sixteen more, as bytes.
+__m128i packed(__m128i first, __m128i second) {
+  return _mm_packus_epi16(first, second);
+}
+#ifdef __AVX2__
+void store_in_turns(std::uint8_t* digits, __m256i upper, __m256i lower) {
+  Wide::store(digits, _mm256_unpacklo_epi8(upper, lower));
+  Wide::store(digits + Wide::size, _mm256_unpackhi_epi8(upper, lower));
+}
+/// The middle quarters change places, for what follows works within the halves.
+__m256i in_storing_order(__m256i bytes) {
+  return _mm256_permute4x64_epi64(bytes, 0xD8);
+}
+__m256i packed(__m256i first, __m256i second) {
+  return in_storing_order(_mm256_packus_epi16(first, second));
+}
+#endif
+
+template <class V>
+void encode_vector(const std::uint8_t* bytes, std::uint8_t* digits) {
+  const auto digit_of =
+      V::in_each_lane(_mm_setr_epi8('0', '1', '2', '3', '4', '5', '6', '7', '8', '9', 'A', 'B', 'C', 'D', 'E', 'F'));
+  const auto low_half = V::all8(15);
+  const auto in = in_storing_order(V::load(bytes));
+  store_in_turns(digits, V::looked_up(digit_of, V::both(V::shifted_down16(in, 4), low_half)),
+                 V::looked_up(digit_of, V::both(in, low_half)));
 }
 
-/// All bits of each byte that lies from `first` to `last`; both are ASCII. Bytes above 127 count as negative.
-__m128i between(__m128i bytes, char first, char last) {
-  return _mm_and_si128(_mm_cmpgt_epi8(bytes, _mm_set1_epi8(static_cast<char>(first - 1))),
-                       _mm_cmplt_epi8(bytes, _mm_set1_epi8(static_cast<char>(last + 1))));
+/// The values of digits; above 15 for any other character.
+template <class V>
+typename V::Vector values_of(typename V::Vector characters) {
+  // A decimal digit comes to lie from 0xF6 to 0xFF, then from 0xF0 to 0xF9, where no other character gets.
+  const auto above = V::difference_at_least_0(V::sum8(characters, V::all8(0xFF - '9')), V::all8(6));
+  const auto decimal = V::difference8(above, V::all8(0xF0));
+  const auto upper_case = V::both(characters, V::all8(0xDF));
+  const auto letter = V::sum_at_most_255(V::difference8(upper_case, V::all8('A')), V::all8(10));
+  return V::less8(decimal, letter);
 }
 
-/// The values of sixteen digits as eight bytes, in the low halves of eight words. Other characters clear bits of
-/// `legal`.
-__m128i values_of(__m128i digits, __m128i& legal) {
-  const __m128i lower_case = _mm_or_si128(digits, _mm_set1_epi8(0x20));
-  const __m128i is_decimal = between(digits, '0', '9');
-  const __m128i is_letter = between(lower_case, 'a', 'f');
-  legal = _mm_and_si128(legal, _mm_or_si128(is_decimal, is_letter));
-  const __m128i decimal = _mm_and_si128(is_decimal, _mm_sub_epi8(digits, _mm_set1_epi8('0')));
-  const __m128i letter = _mm_and_si128(is_letter, _mm_sub_epi8(lower_case, _mm_set1_epi8('a' - 10)));
-  return _mm_maddubs_epi16(_mm_or_si128(decimal, letter), _mm_set1_epi16(0x0110));  // 16 times the first, 1 the second
+template <class V>
+bool decode_vector(const std::uint8_t* digits, std::uint8_t* bytes) {
+  const auto first = values_of<V>(V::load(digits));
+  const auto second = values_of<V>(V::load(digits + V::size));
+  const auto weights = V::all16(0x0110);  // 16 for the first of a pair, 1 for the second
+  V::store(bytes, packed(V::pair_sums8(first, weights), V::pair_sums8(second, weights)));
+  return !V::any_high_bit(V::sum_at_most_255(V::either(first, second), V::all8(0x80 - 16)));
+}
+
+template <class V>
+void encode_by(const std::uint8_t* bytes, std::size_t groups, std::uint8_t* digits) {
+  std::size_t done = 0;
+  for (; groups - done >= V::size; done += V::size) encode_vector<V>(bytes + done, digits + 2 * done);
+  if (done != groups) encode_vector<V>(bytes + (groups - V::size), digits + 2 * (groups - V::size));
+}
+
+template <class V>
+std::size_t decode_by(const std::uint8_t* digits, std::size_t groups, std::uint8_t* bytes) {
+  std::size_t done = 0;
+  bool legal = true;
+  for (; legal && groups - done >= V::size; done += V::size) legal = decode_vector<V>(digits + 2 * done, bytes + done);
+  if (!legal)
+    done -= V::size;
+  else if (done == groups || decode_vector<V>(digits + 2 * (groups - V::size), bytes + (groups - V::size)))
+    return groups;
+  return done + decode_plain(digits + 2 * done, groups - done, bytes + done);
 }
 
 }  // namespace
 
-void encode_shuffled(const std::uint8_t* bytes, std::size_t groups, std::uint8_t* digits) {
-  const __m128i digit_of =
-      _mm_setr_epi8('0', '1', '2', '3', '4', '5', '6', '7', '8', '9', 'A', 'B', 'C', 'D', 'E', 'F');
-  const __m128i low_half = _mm_set1_epi8(15);
-  for (; groups >= vector_size; groups -= vector_size, bytes += vector_size, digits += 2 * vector_size) {
-    const __m128i in = load(bytes);
-    const __m128i high = _mm_shuffle_epi8(digit_of, _mm_and_si128(_mm_srli_epi16(in, 4), low_half));
-    const __m128i low = _mm_shuffle_epi8(digit_of, _mm_and_si128(in, low_half));
-    store(digits, _mm_unpacklo_epi8(high, low));
-    store(digits + vector_size, _mm_unpackhi_epi8(high, low));
-  }
+void encode(const std::uint8_t* bytes, std::size_t groups, std::uint8_t* digits) {
+  if (groups >= Widest::size) return encode_by<Widest>(bytes, groups, digits);
+  if (groups >= Narrow::size) return encode_by<Narrow>(bytes, groups, digits);
   encode_plain(bytes, groups, digits);
 }
 
-std::size_t decode_shuffled(const std::uint8_t* digits, std::size_t groups, std::uint8_t* bytes) {
-  std::size_t done = 0;
-  for (; groups - done >= vector_size; done += vector_size) {
-    __m128i legal = _mm_set1_epi8(-1);
-    const __m128i first = values_of(load(digits + 2 * done), legal);
-    const __m128i second = values_of(load(digits + 2 * done + vector_size), legal);
-    if (_mm_movemask_epi8(legal) != 0xFFFF) break;
-    store(bytes + done, _mm_packus_epi16(first, second));
-  }
-  return done + decode_plain(digits + 2 * done, groups - done, bytes + done);
+std::size_t decode(const std::uint8_t* digits, std::size_t groups, std::uint8_t* bytes) {
+  if (groups >= Widest::size) return decode_by<Widest>(digits, groups, bytes);
+  if (groups >= Narrow::size) return decode_by<Narrow>(digits, groups, bytes);
+  return decode_plain(digits, groups, bytes);
 }
 
-}  // namespace tornby::hex
+}  // namespace tornby::hex::TORNBY_KERNEL

@@ -24,14 +24,15 @@ struct Kernel {
 /// All kernels; the last is the plain one.
 std::span<const Kernel> kernels();
 
-/// The same by the best kernel for this processor.
+/// The best kernel for this processor.
+const Kernel& best();
+
+/// The same by the best kernel.
 void apply(const std::uint8_t* from, std::uint8_t* to, std::size_t size, const std::uint8_t* key, std::size_t key_size,
            std::size_t phase);
 
-// The kernels themselves.
+// The plain kernel.
 void apply_plain(const std::uint8_t* from, std::uint8_t* to, std::size_t size, const std::uint8_t* key,
                  std::size_t key_size, std::size_t phase);
-void apply_repeated(const std::uint8_t* from, std::uint8_t* to, std::size_t size, const std::uint8_t* key,
-                    std::size_t key_size, std::size_t phase);
 
 }  // namespace tornby::keyed_xor

@@ -110,13 +110,5 @@ TEST(SingleByteCodePage, AgreesWithTheTablesCharacterByCharacter) {
   }
 }
 
-#if defined(__x86_64__)
-TEST(CodeRunKernel, VectorsAreFoundWhereThereAreSome) {
-  ASSERT_NE(available_features() & byte_shuffle, 0u) << "every 64-bit processor of the last fifteen years has it";
-  const bool wide = __builtin_cpu_supports("avx2");
-  EXPECT_STREQ(code_runs().name, wide ? "avx2" : __builtin_cpu_supports("avx") ? "avx" : "plain");
-}
-#endif
-
 }  // namespace
 }  // namespace tornby

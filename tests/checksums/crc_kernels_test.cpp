@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
 #include <random>
 #include <string_view>
 #include <vector>
@@ -84,7 +83,7 @@ TYPED_TEST(CrcKernel, GivesTheCheckValue) {
 }
 
 TYPED_TEST(CrcKernel, AgreesAtEveryLengthAndAlignmentAndStaysInside) {
-  constexpr std::size_t longest = 300;
+  constexpr std::size_t longest = 600;
   testing::GuardedBuffer buffer(longest + 64);
   for (std::size_t length = 0; length <= longest; ++length) {
     const auto bytes = this->random_bytes(length);
@@ -95,7 +94,8 @@ TYPED_TEST(CrcKernel, AgreesAtEveryLengthAndAlignmentAndStaysInside) {
       this->for_each_kernel([&](auto update) { ASSERT_EQ(update(value, place.data(), length), expected) << length; });
     };
     check(buffer.at_end(length));
-    for (std::size_t shift = 0; shift < 64; ++shift) check(buffer.at_start(length + shift).subspan(shift));
+    for (std::size_t shift = 0; shift < 64; shift += 1 + length / 100)
+      check(buffer.at_start(length + shift).subspan(shift));
   }
 }
 
@@ -114,21 +114,6 @@ TYPED_TEST(CrcKernel, GoesOnWhereItStoppedAtAnySplit) {
     });
   }
   EXPECT_EQ(TypeParam::update(TypeParam::start, bytes.data(), bytes.size()), expected);
-}
-
-TEST(CrcResolver, TakesTheFirstKernelWhoseNeedsAreMet) {
-  const std::array<Crc32Kernel, 3> kernels = {{
-      {"wide", 0b110, update_crc32_sliced},
-      {"narrow", 0b010, update_crc32_sliced},
-      {"plain", no_features, update_crc32_bytewise},
-  }};
-  const auto choice = [&](Features features) {
-    return std::string_view(resolve(std::span<const Crc32Kernel>(kernels), features).name);
-  };
-  EXPECT_EQ(choice(0b111), "wide");
-  EXPECT_EQ(choice(0b010), "narrow");
-  EXPECT_EQ(choice(0b100), "plain");
-  EXPECT_EQ(choice(no_features), "plain");
 }
 
 }  // namespace

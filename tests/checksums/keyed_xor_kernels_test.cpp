@@ -18,14 +18,15 @@ TEST(KeyedXorKernel, AgreesAtEveryLengthKeyAndPhaseAndStaysInside) {
     std::generate(bytes.begin(), bytes.end(), [&random] { return static_cast<std::uint8_t>(random()); });
     return bytes;
   };
-  constexpr std::size_t longest = 200, longest_key = 70;
+  constexpr std::size_t longest = 700, longest_key = 600;
   testing::GuardedBuffer data_room(longest + 64);
+  testing::GuardedBuffer other_room(longest);
   testing::GuardedBuffer key_room(longest_key);
-  for (const std::size_t key_size : {1, 2, 3, 5, 8, 15, 16, 17, 31, 32, 33, 64, 70}) {
+  for (const std::size_t key_size : {1, 2, 3, 4, 5, 7, 8, 11, 15, 16, 17, 31, 32, 33, 70, 512, 513, 600}) {
     const auto key = random_bytes(key_size);
     const auto key_place = key_room.at_end(key_size);
     std::copy(key.begin(), key.end(), key_place.begin());
-    for (std::size_t size = 0; size <= longest; ++size) {
+    for (std::size_t size = 0; size <= longest; size += 1 + size / 300 * 10) {
       const auto data = random_bytes(size);
       const std::size_t phase = random() % key_size;
       auto expected = data;
@@ -35,9 +36,12 @@ TEST(KeyedXorKernel, AgreesAtEveryLengthKeyAndPhaseAndStaysInside) {
         for (const Kernel& kernel : kernels()) {
           if ((kernel.needs & ~available_features()) != 0) continue;
           std::copy(data.begin(), data.end(), place.begin());
-          kernel.apply(place.data(), place.data(), size, key_place.data(), key_size, phase);
-          ASSERT_TRUE(std::equal(expected.begin(), expected.end(), place.begin()))
-              << kernel.name << ", " << size << " bytes, key of " << key_size << " from " << phase;
+          const auto other_place = other_room.at_end(size);
+          for (const auto to : {other_place, place}) {  // elsewhere, then where the bytes are
+            kernel.apply(place.data(), to.data(), size, key_place.data(), key_size, phase);
+            ASSERT_TRUE(std::equal(expected.begin(), expected.end(), to.begin()))
+                << kernel.name << ", " << size << " bytes, key of " << key_size << " from " << phase;
+          }
         }
     }
   }
