@@ -35,19 +35,19 @@ std::span<const Property<kelBrowseButton>> kelBrowseButton::properties() {
        [](kelBrowseButton& c, const Value& v) { c.surface().enabled(std::get<bool>(v)); }},
       {u"BorderApperance", PropertyKind::int16, [](const Host&) { return Value(std::int16_t{1}); },
        [](const kelBrowseButton& c) { return Value(c.BorderApperance()); },
-       [](kelBrowseButton& c, const Value& v) { c.surface().appearance(std::get<std::int16_t>(v)); }},
+       [](kelBrowseButton& c, const Value& v) {
+         c.surface().appearance(std::get<std::int16_t>(v));
+         c.show_border();
+       }},
       {u"BackColor", PropertyKind::color, [](const Host&) { return Value(system_color::window_background); },
        [](const kelBrowseButton& c) { return Value(c.back_color_); },
        [](kelBrowseButton& c, const Value& v) {
          c.back_color_ = std::get<Color>(v);
-         c.edit_->back_color(c.back_color_);
+         c.show_back_color();
        }},
       {u"Text", PropertyKind::text, [](const Host&) { return Value(String(u"0")); },
-       [](const kelBrowseButton& c) { return Value(c.text_); },
-       [](kelBrowseButton& c, const Value& v) {
-         c.text_ = std::get<String>(v);
-         c.edit_->text(c.text_);
-       }},
+       [](const kelBrowseButton& c) { return Value(c.Text()); },
+       [](kelBrowseButton& c, const Value& v) { c.edit_->text(std::get<String>(v)); }},
       {u"Font", PropertyKind::font, [](const Host& host) { return Value(host.ambient_font()); },
        [](const kelBrowseButton& c) { return Value(c.Font()); },
        [](kelBrowseButton& c, const Value& v) { c.edit_->font(std::get<tornby::Font>(v)); }},
@@ -73,17 +73,20 @@ kelBrowseButton::kelBrowseButton(ControlHost& host)
       label_(host.add_label()),
       drop_down_(host.add_drop_down()),
       button_width_(drop_down_->button_width()) {
-  surface().back_color(back_color_);
+  show_back_color();
   surface().appearance(1);
-  surface().border_style(1);
+  show_border();
   label_->caption(u"");
   label_->visible(false);
   edit_->visible(true);
 }
 
+String kelBrowseButton::Text() const {
+  return edit_->text();
+}
+
 void kelBrowseButton::Text(StringView value) {
-  text_ = value;
-  edit_->text(text_);
+  edit_->text(value);
   changed(text);
 }
 
@@ -105,14 +108,12 @@ std::int16_t kelBrowseButton::BorderApperance() const {
 void kelBrowseButton::BorderApperance(std::int16_t value) {
   surface().appearance(value);
   changed(border_apperance);
-  const std::int16_t appearance = surface().appearance();
-  if (appearance == 0 || appearance == 1) surface().border_style(appearance);
-  surface().back_color(back_color_);
+  show_border();
 }
 
 void kelBrowseButton::BackColor(Color value) {
   back_color_ = value;
-  edit_->back_color(value);
+  show_back_color();
   paint();
   changed(back_color);
 }
@@ -198,7 +199,7 @@ void kelBrowseButton::DrawNormalFocus(bool Down) {
 
 void kelBrowseButton::InitProperties() {
   back_color_ = system_color::window_background;
-  edit_->back_color(back_color_);
+  show_back_color();
 }
 
 void kelBrowseButton::ReadProperties(const PropertyBag& bag) {
@@ -245,7 +246,7 @@ void kelBrowseButton::mouse_down(Part part, std::int16_t button, Pointer at) {
   if (part == Part::surface) {
     const bool over = over_button(at);
     let_go_of_capture();
-    pressed_ = over && button == mouse_button::left;
+    pressing_ = over && button == mouse_button::left;
     if (over) {
       take_capture();
       track(at);
@@ -257,31 +258,31 @@ void kelBrowseButton::mouse_down(Part part, std::int16_t button, Pointer at) {
 void kelBrowseButton::mouse_move(Part part, std::int16_t held, Pointer at) {
   if (part != Part::surface) return;
   // A press whose release went to another window is over.
-  if (!(held & mouse_button::left)) pressed_ = false;
+  if (!(held & mouse_button::left)) pressing_ = false;
   track(at);
 }
 
 void kelBrowseButton::mouse_up(Part part, std::int16_t button, Pointer at) {
-  if (part == Part::surface) {
-    if (captured_) {
-      track(at);
-      if (button == mouse_button::left && pressed_) {
-        pressed_ = false;
-        setOut();
-        let_go_of_capture();
-        activate();
-      }
-    } else {
-      take_capture();
-      setOver();
-    }
+  bool clicked = false;
+  if (part == Part::surface && captured_) {
+    track(at);
+    clicked = button == mouse_button::left && pressing_ && over_button(at);
+  } else if (part == Part::surface) {
+    take_capture();
+    setOver();
+  }
+  if (button == mouse_button::left) pressing_ = false;
+  if (clicked) {
+    setOut();
+    let_go_of_capture();
+    activate();
   }
   MouseUp.raise(button);
 }
 
 void kelBrowseButton::capture_lost() {
   captured_ = false;
-  pressed_ = false;
+  pressing_ = false;
   setOut();
 }
 
@@ -320,12 +321,24 @@ void kelBrowseButton::lost_focus() {
 }
 
 void kelBrowseButton::activate() {
+  if (!Enabled()) return;
   ControlClick.raise();
   OpenBrowse.raise();
 }
 
 void kelBrowseButton::changed(Index property) {
   host().property_changed(properties()[property].name);
+}
+
+void kelBrowseButton::show_border() {
+  const std::int16_t appearance = surface().appearance();
+  if (appearance == 0 || appearance == 1) surface().border_style(appearance);
+  show_back_color();
+}
+
+void kelBrowseButton::show_back_color() {
+  edit_->back_color(back_color_);
+  surface().back_color(back_color_);
 }
 
 void kelBrowseButton::show_lock() {
@@ -347,13 +360,12 @@ bool kelBrowseButton::over_button(Pointer at) const {
 
 void kelBrowseButton::track(Pointer at) {
   if (!over_button(at)) {
-    pressed_ = false;
     setOut();
     let_go_of_capture();
     return;
   }
   if (!captured_) take_capture();
-  if (pressed_) {
+  if (pressing_) {
     setDown();
   } else {
     setOver();

@@ -16,7 +16,7 @@ class kelBrowseButton final : public Control {
   explicit kelBrowseButton(ControlHost& host);
 
   /// The text of the edit field. A control stored without one gets "0".
-  String Text() const { return text_; }
+  String Text() const;
   void Text(StringView value);
 
   /// Does nothing.
@@ -26,18 +26,21 @@ class kelBrowseButton final : public Control {
   void Enabled(bool value);
 
   /// 0 flat and without a border, 1 three-dimensional with one. Any other number is kept and leaves the border as it
-  /// is.
+  /// is, in a stored control as in a new one.
   std::int16_t BorderApperance() const;
   void BorderApperance(std::int16_t value);
 
-  /// The colour behind the text.
+  /// The colour behind the text and round the field.
   Color BackColor() const { return back_color_; }
   void BackColor(Color value);
 
+  /// The field's font. A new control has the field's own default until it is written; one that is read without a stored
+  /// font gets the form's.
   tornby::Font Font() const;
   void Font(const tornby::Font& value);
 
-  /// True: the user cannot change the text, which is italic. The field is disabled until the next painting.
+  /// True: the user cannot change the text, which is italic. The field is disabled until the next painting by the
+  /// system, change of the focus or write of BackColor.
   bool Locked() const;
   void Locked(bool value);
 
@@ -45,7 +48,8 @@ class kelBrowseButton final : public Control {
   std::int32_t MaxLength() const;
   void MaxLength(std::int32_t value);
 
-  /// A write disables or enables the edit field, until the next painting enables it as Enabled says.
+  /// A write disables or enables the edit field, until the next painting by the system, change of the focus or write of
+  /// BackColor enables it as Enabled says.
   bool ReadOnly() const { return read_only_; }
   void ReadOnly(bool value);
 
@@ -66,13 +70,14 @@ class kelBrowseButton final : public Control {
   /// Draws the button's edge, raised or pressed.
   void DrawNormalFocus(bool Down);
 
-  /// A key went down while the control itself had the focus. Shift is the sum of 1 shift, 2 control, 4 alt.
+  /// A key went down while the control itself had the focus, which it has only while its field is disabled: the field
+  /// takes the focus and its keys. Shift is the sum of 1 shift, 2 control, 4 alt.
   Event<std::int16_t&, std::int16_t&> KeyDown;
   /// A button (1 left, 2 right, 4 middle) was released over the edit field or the control.
   Event<std::int16_t&> MouseUp;
   /// The right button went down on the edit field or the control.
   Event<> InfoClick;
-  /// A key was released in the edit field.
+  /// A key was released in the edit field, under Alt too.
   Event<std::int16_t&, std::int16_t&> KeyUp;
   /// The button was clicked.
   Event<> ControlClick;
@@ -114,6 +119,8 @@ class kelBrowseButton final : public Control {
   static std::span<const Property<kelBrowseButton>> properties();
 
   void changed(Index property);
+  void show_border();
+  void show_back_color();
   void show_lock();
   void raise_change_text();
   bool over_button(Pointer at) const;
@@ -128,11 +135,10 @@ class kelBrowseButton final : public Control {
   Rectangle button_;
   std::int32_t button_width_;
   Color back_color_ = system_color::window_background;
-  String text_;
   bool read_only_ = false;
   std::int32_t style_ = 0;
   bool captured_ = false;
-  bool pressed_ = false;  // the left button is held inside the button
+  bool pressing_ = false;  // the left button went down on the button, and is held
 };
 
 }  // namespace tornby

@@ -274,12 +274,12 @@ bool kelHyperLabel::outside(Pointer at) const {
 }
 
 void kelHyperLabel::start_hover() {
-  surface().set_capture();
-  surface().tag(hover_mark);
   if (!picture_) {
     label_->tag(widen(std::to_string(static_cast<std::int32_t>(label_->fore_color()))));
     label_->fore_color(hover_color_);
   }
+  surface().set_capture();
+  surface().tag(hover_mark);
   surface().show_hand();
 }
 

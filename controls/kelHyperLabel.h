@@ -35,7 +35,8 @@ class kelHyperLabel final : public Control {
   std::int16_t Alignment() const;
   void Alignment(std::int16_t value);
 
-  /// The caption's colour while the left button is held on it.
+  /// The caption's colour from the press of the left button on it until the pointer leaves. A press without a move
+  /// before it, as on a touch screen, leaves the colour there: write LinkColor in Click to take it back.
   Color ClickColor() const { return click_color_; }
   void ClickColor(Color value);
 

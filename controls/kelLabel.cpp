@@ -44,7 +44,7 @@ std::span<const Property<kelLabel>> kelLabel::properties() {
        [](kelLabel& c, const Value& v) { c.override_auto_align_ = std::get<bool>(v); }},
       {u"Alignment", PropertyKind::int16, [](const Host&) { return Value(std::int16_t{0}); },
        [](const kelLabel& c) { return Value(c.Alignment()); },
-       [](kelLabel& c, const Value& v) { c.label_->alignment(std::get<std::int16_t>(v)); }},
+       [](kelLabel& c, const Value& v) { c.alignment_ = std::get<std::int16_t>(v); }},
       {u"DisplayRubberBand", PropertyKind::boolean, [](const Host&) { return Value(std::int16_t{1}); },
        [](const kelLabel& c) { return Value(c.display_rubber_band_); },
        [](kelLabel& c, const Value& v) { c.display_rubber_band_ = std::get<bool>(v); }},
@@ -56,7 +56,7 @@ std::span<const Property<kelLabel>> kelLabel::properties() {
        [](kelLabel& c, const Value& v) { c.vertical_alignment_ = std::get<std::int32_t>(v); }},
       {u"WordWrap", PropertyKind::boolean, [](const Host&) { return Value(false); },
        [](const kelLabel& c) { return Value(c.WordWrap()); },
-       [](kelLabel& c, const Value& v) { c.label_->word_wrap(std::get<bool>(v)); }},
+       [](kelLabel& c, const Value& v) { c.word_wrap_ = std::get<bool>(v); }},
       {u"UseBorderLines", PropertyKind::boolean, [](const Host&) { return Value(std::int16_t{0}); },
        [](const kelLabel& c) { return Value(c.use_border_lines_); },
        [](kelLabel& c, const Value& v) { c.use_border_lines_ = std::get<bool>(v); }},
@@ -123,12 +123,8 @@ void kelLabel::OverrideAutoAlign(bool value) {
   changed(override_auto_align);
 }
 
-std::int16_t kelLabel::Alignment() const {
-  return label_->alignment();
-}
-
 void kelLabel::Alignment(std::int16_t value) {
-  label_->alignment(value);
+  alignment_ = value;
   changed(alignment);
 }
 
@@ -154,12 +150,8 @@ void kelLabel::VerticalAlignment(std::int32_t value) {
   Refresh();
 }
 
-bool kelLabel::WordWrap() const {
-  return label_->word_wrap();
-}
-
 void kelLabel::WordWrap(bool value) {
-  label_->word_wrap(value);
+  word_wrap_ = value;
   changed(word_wrap);
 }
 
@@ -189,6 +181,8 @@ void kelLabel::WriteProperties(PropertyBag& bag) const {
 void kelLabel::resize() {
   draw_frame();
   label_->enabled(Enabled());
+  label_->alignment(alignment_);
+  label_->word_wrap(word_wrap_);
   if (label_->auto_size()) {
     fit_control_to_text();
   } else {
@@ -223,7 +217,7 @@ void kelLabel::fit_text_to_control() {
   area.font(label_->font());
   if (vertical_alignment_ == 0) {
     label_->height(area.scale_height());
-  } else if (label_->word_wrap()) {
+  } else if (word_wrap_) {
     label_->auto_size(true);  // it grows to its wrapped text
   } else {
     label_->height(area.text_height(label_->caption()));

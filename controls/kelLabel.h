@@ -1,7 +1,8 @@
 // A label with vertical alignment, a frame, and a choice between fitting itself to its text and the text to itself.
 //
 // A write that changes a stored setting tells the host so, under the property's name. Some writes lay the control out
-// anew, others do not: after Alignment, WordWrap, Font, ForeColor and OverrideAutoAlign call Refresh.
+// anew, others do not: after Alignment, WordWrap, Font, ForeColor and OverrideAutoAlign call Refresh. Alignment and
+// WordWrap show nothing before that.
 #pragma once
 
 #include <memory>
@@ -44,7 +45,7 @@ class kelLabel final : public Control {
   void OverrideAutoAlign(bool value);
 
   /// 0 left, 1 right, 2 centre.
-  std::int16_t Alignment() const;
+  std::int16_t Alignment() const { return alignment_; }
   void Alignment(std::int16_t value);
 
   /// A dotted frame, drawn while UseBorderLines is false. A write draws it again.
@@ -52,6 +53,7 @@ class kelLabel final : public Control {
   void DisplayRubberBand(bool value);
 
   /// True: the control takes the size of its text. False: the text is fitted to the control. A write lays it out.
+  /// The size is the outer one: with UseBorderLines the border covers the rim of the text.
   bool AutoSize() const;
   void AutoSize(bool value);
 
@@ -60,7 +62,7 @@ class kelLabel final : public Control {
   std::int32_t VerticalAlignment() const { return vertical_alignment_; }
   void VerticalAlignment(std::int32_t value);
 
-  bool WordWrap() const;
+  bool WordWrap() const { return word_wrap_; }
   void WordWrap(bool value);
 
   /// A border of a single line, in place of the dotted frame.
@@ -97,6 +99,8 @@ class kelLabel final : public Control {
   bool display_rubber_band_ = true;
   bool override_auto_align_ = false;
   std::int32_t vertical_alignment_ = 1;
+  std::int16_t alignment_ = 0;  // the text has these two since the latest layout
+  bool word_wrap_ = false;
 };
 
 }  // namespace tornby

@@ -69,6 +69,15 @@ TEST(kelBrowseButton, PressDraggedOutsideIsNoClick) {
   button.move(outside);
   EXPECT_EQ(button.host.take(), joined({normal, {"release"}}));
 
+  // A press that comes back is one again.
+  button.down(inside);
+  button.move(outside, 1);
+  button.host.take();
+  button.move(inside, 1);
+  EXPECT_EQ(button.host.take(), joined({{"capture"}, pressed}));
+  button.up(inside);
+  EXPECT_EQ(button.host.take(), joined({pressed, normal, {"release", "ControlClick", "OpenBrowse", "MouseUp 1"}}));
+
   // Released outside without a move before it.
   button.down(inside);
   button.host.take();
@@ -171,6 +180,10 @@ TEST(kelBrowseButton, F4AndAltDownPressTheButton) {
     button.control.key_down(Part::edit, c.code, c.shift);
     EXPECT_EQ(button.host.take(), c.opens ? (Log{"ControlClick", "OpenBrowse"}) : Log()) << c.code << ' ' << c.shift;
   }
+  button.control.Enabled(false);
+  button.host.take();
+  button.control.activate();
+  EXPECT_EQ(button.host.take(), Log()) << "a disabled button opens for nobody";
 }
 
 TEST(kelBrowseButton, TypingKeepsTheStoredText) {
@@ -280,6 +293,8 @@ TEST(kelBrowseButton, StoresInOrder) {
                                  "ReadOnly", "Style"}));
   EXPECT_FALSE(button.host.edit->enabled());
   EXPECT_EQ(button.host.edit->back_color(), Color{1});
+  EXPECT_EQ(button.host.surface().back_color(), Color{1}) << "round the field too";
+  EXPECT_EQ(button.host.surface().border_style(), 0) << "as the writing of BorderApperance shows it";
   MemoryBag copy;
   button.control.WriteProperties(copy);
   EXPECT_EQ(copy.written, (Log{"Enabled", "Font", "BorderApperance", "BackColor", "Text", "Locked", "MaxLength",

@@ -167,10 +167,16 @@ TEST(kelLabel, StretchesContainedElementsUnlessToldNotTo) {
   EXPECT_EQ(inside.place, (Rectangle{0, 0, 1500, 480}));
 }
 
-TEST(kelLabel, LayoutPassesEnabledOnToTheText) {
+TEST(kelLabel, LayoutPassesSettingsOnToTheText) {
   LabelOnHost label;
+  label.control.Alignment(2);
+  label.control.WordWrap(true);
+  EXPECT_EQ(label.host.label->alignment(), 0) << "no text moves before the layout";
+  EXPECT_FALSE(label.host.label->word_wrap());
   label.control.Enabled(false);
   EXPECT_FALSE(label.host.label->enabled());
+  EXPECT_EQ(label.host.label->alignment(), 2);
+  EXPECT_TRUE(label.host.label->word_wrap());
 }
 
 TEST(kelLabel, RaisesTheSameEventsOnTheTextAndBesideIt) {
