@@ -58,7 +58,8 @@ class Control {
 
   /// The surface has another size, or is ready for its first layout.
   virtual void resize() = 0;
-  /// The surface is about to be painted. What is drawn now appears in this painting.
+  /// The system, or whoever wants the control drawn elsewhere, asks it to paint itself. What is drawn now appears in
+  /// this painting. It does not follow from the control's own drawing.
   virtual void paint() {}
 
   virtual void mouse_down(Part part, std::int16_t button, Pointer at) = 0;

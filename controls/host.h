@@ -37,7 +37,8 @@ class ContainedElement {
 /// The glyphs of a browse button; how they look is the host's.
 enum class Glyph { browse, browse_greyed };
 
-/// A control's own window or area. What is drawn on it stays until it is cleared or has another size or border.
+/// A control's own window or area. What is drawn on it stays until it is cleared or has another size or border, or the
+/// next drawing of the same kind takes its place.
 class Surface {
  public:
   virtual ~Surface() = default;

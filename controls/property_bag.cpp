@@ -8,7 +8,7 @@ PropertyValue PropertyBag::read(StringView name, PropertyKind kind, const Proper
 }
 
 void PropertyBag::write(StringView name, const PropertyValue& value, const PropertyValue& fallback) {
-  if (!equal_values(value, fallback)) store(name, value);
+  if (stores_defaults() || !equal_values(value, fallback)) store(name, value);
 }
 
 }  // namespace tornby

@@ -16,13 +16,14 @@ class PropertyBag {
   /// The stored value as `kind`, or `fallback` as it stands when nothing is stored under the name.
   PropertyValue read(StringView name, PropertyKind kind, const PropertyValue& fallback) const;
 
-  /// Stores the value, unless it equals `fallback`.
+  /// Stores the value, unless it equals `fallback` and the host does not want to have those.
   void write(StringView name, const PropertyValue& value, const PropertyValue& fallback);
 
  private:
   /// Nothing when the name is missing. `kind` is what the control expects, for hosts that must say so to get it.
   virtual std::optional<PropertyValue> find(StringView name, PropertyKind kind) const = 0;
   virtual void store(StringView name, const PropertyValue& value) = 0;
+  virtual bool stores_defaults() const { return false; }
 };
 
 }  // namespace tornby

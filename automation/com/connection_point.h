@@ -59,7 +59,7 @@ class ConnectionPoint final : public IConnectionPoint {
 /// The connection points of an object. The object offers IConnectionPointContainer and forwards to it.
 class ConnectionPoints {
  public:
-  explicit ConnectionPoints(std::vector<ConnectionPoint*> points) : points_(std::move(points)) {}
+  void add(ConnectionPoint& point) { points_.push_back(&point); }
 
   HRESULT enumerate(IEnumConnectionPoints** points) const;
   HRESULT find(REFIID iid, IConnectionPoint** point) const;

@@ -6,12 +6,14 @@
 
 namespace tornby::automation {
 
-/// Interface is the dual interface, Events the source dispinterface.
-template <class Interface, class Events>
-class EventObject : public DispatchObject<Interface, IConnectionPointContainer> {
+/// Interface is the dual interface, Events the source dispinterface; for More see DispatchObject.
+template <class Interface, class Events, class... More>
+class EventObject : public DispatchObject<Interface, IConnectionPointContainer, More...> {
  public:
   EventObject(const wchar_t* source, REFCLSID clsid)
-      : DispatchObject<Interface, IConnectionPointContainer>(source, clsid, __uuidof(Events)) {}
+      : DispatchObject<Interface, IConnectionPointContainer, More...>(source, clsid, __uuidof(Events)) {
+    points_.add(events_);
+  }
 
   HRESULT STDMETHODCALLTYPE EnumConnectionPoints(IEnumConnectionPoints** points) override {
     return points_.enumerate(points);
@@ -26,10 +28,12 @@ class EventObject : public DispatchObject<Interface, IConnectionPointContainer> 
   }
 
   ConnectionPoint& events() { return events_; }
+  /// For outgoing interfaces beside the events.
+  ConnectionPoints& points() { return points_; }
 
  private:
   ConnectionPoint events_{*this, __uuidof(Events)};
-  ConnectionPoints points_{{&events_}};
+  ConnectionPoints points_;
 };
 
 }  // namespace tornby::automation

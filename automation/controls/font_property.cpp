@@ -49,9 +49,11 @@ FontProperty::~FontProperty() {
 
 ComPtr<IFontDisp> FontProperty::object() {
   if (!font_) {
-    font_ = make_font(read_());
-    listener_ = ComPtr<Listener>::adopt(new Listener(*this));
-    if (const auto point = notices_of(font_.get())) point->Advise(listener_.get(), &cookie_);
+    auto font = make_font(read_());
+    auto listener = ComPtr<Listener>::adopt(new Listener(*this));
+    if (const auto point = notices_of(font.get())) check(point->Advise(listener.get(), &cookie_));
+    font_ = std::move(font);
+    listener_ = std::move(listener);
   }
   ComPtr<IFontDisp> disp;
   check(font_->QueryInterface(IID_IFontDisp, disp.out_void()));

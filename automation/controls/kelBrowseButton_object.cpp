@@ -21,66 +21,26 @@ class BrowseButtonObject final : public ControlObject<IkelBrowseButton, DkelBrow
     control_as_made().OpenBrowse = raising(5);
   }
 
-  STDMETHODIMP get_Text(BSTR* result) override {
-    return answer(result, [&] { return control().Text(); });
-  }
-  STDMETHODIMP put_Text(BSTR value) override {
-    return act([&] { control().Text(view(value)); });
-  }
-  STDMETHODIMP get_Enabled(VARIANT_BOOL* result) override {
-    return answer(result, [&] { return control().Enabled(); });
-  }
-  STDMETHODIMP put_Enabled(VARIANT_BOOL value) override {
-    return act([&] { control().Enabled(from_boolean(value)); });
-  }
-  STDMETHODIMP get_BorderApperance(SHORT* result) override {
-    return answer(result, [&] { return control().BorderApperance(); });
-  }
-  STDMETHODIMP put_BorderApperance(SHORT value) override {
-    return act([&] { control().BorderApperance(value); });
-  }
-  STDMETHODIMP get_Locked(VARIANT_BOOL* result) override {
-    return answer(result, [&] { return control().Locked(); });
-  }
-  STDMETHODIMP put_Locked(VARIANT_BOOL value) override {
-    return act([&] { control().Locked(from_boolean(value)); });
-  }
-  STDMETHODIMP get_MaxLength(LONG* result) override {
-    return answer(result, [&] { return control().MaxLength(); });
-  }
-  STDMETHODIMP put_MaxLength(LONG value) override {
-    return act([&] { control().MaxLength(value); });
-  }
-  STDMETHODIMP get_ReadOnly(VARIANT_BOOL* result) override {
-    return answer(result, [&] { return control().ReadOnly(); });
-  }
-  STDMETHODIMP put_ReadOnly(VARIANT_BOOL value) override {
-    return act([&] { control().ReadOnly(from_boolean(value)); });
-  }
-  STDMETHODIMP get_Style(LONG* result) override {
-    return answer(result, [&] { return control().Style(); });
-  }
-  STDMETHODIMP put_Style(LONG value) override {
-    return act([&] { control().Style(value); });
-  }
-  STDMETHODIMP setOver() override {
-    return act([&] { control().setOver(); });
-  }
-  STDMETHODIMP setOut() override {
-    return act([&] { control().setOut(); });
-  }
-  STDMETHODIMP setDown() override {
-    return act([&] { control().setDown(); });
-  }
-  STDMETHODIMP InitialiseRect() override {
-    return act([&] { control().InitialiseRect(); });
-  }
-  STDMETHODIMP PaintButton() override {
-    return act([&] { control().PaintButton(); });
-  }
-  STDMETHODIMP DrawNormalFocus(VARIANT_BOOL down) override {
-    return act([&] { control().DrawNormalFocus(from_boolean(down)); });
-  }
+  STDMETHODIMP get_Text(BSTR* result) override { return read(result, &kelBrowseButton::Text); }
+  STDMETHODIMP put_Text(BSTR value) override { return write(value, &kelBrowseButton::Text); }
+  STDMETHODIMP get_Enabled(VARIANT_BOOL* result) override { return read(result, &kelBrowseButton::Enabled); }
+  STDMETHODIMP put_Enabled(VARIANT_BOOL value) override { return write(value, &kelBrowseButton::Enabled); }
+  STDMETHODIMP get_BorderApperance(SHORT* result) override { return read(result, &kelBrowseButton::BorderApperance); }
+  STDMETHODIMP put_BorderApperance(SHORT value) override { return write(value, &kelBrowseButton::BorderApperance); }
+  STDMETHODIMP get_Locked(VARIANT_BOOL* result) override { return read(result, &kelBrowseButton::Locked); }
+  STDMETHODIMP put_Locked(VARIANT_BOOL value) override { return write(value, &kelBrowseButton::Locked); }
+  STDMETHODIMP get_MaxLength(LONG* result) override { return read(result, &kelBrowseButton::MaxLength); }
+  STDMETHODIMP put_MaxLength(LONG value) override { return write(value, &kelBrowseButton::MaxLength); }
+  STDMETHODIMP get_ReadOnly(VARIANT_BOOL* result) override { return read(result, &kelBrowseButton::ReadOnly); }
+  STDMETHODIMP put_ReadOnly(VARIANT_BOOL value) override { return write(value, &kelBrowseButton::ReadOnly); }
+  STDMETHODIMP get_Style(LONG* result) override { return read(result, &kelBrowseButton::Style); }
+  STDMETHODIMP put_Style(LONG value) override { return write(value, &kelBrowseButton::Style); }
+  STDMETHODIMP setOver() override { return call(&kelBrowseButton::setOver); }
+  STDMETHODIMP setOut() override { return call(&kelBrowseButton::setOut); }
+  STDMETHODIMP setDown() override { return call(&kelBrowseButton::setDown); }
+  STDMETHODIMP InitialiseRect() override { return call(&kelBrowseButton::InitialiseRect); }
+  STDMETHODIMP PaintButton() override { return call(&kelBrowseButton::PaintButton); }
+  STDMETHODIMP DrawNormalFocus(VARIANT_BOOL down) override { return write(down, &kelBrowseButton::DrawNormalFocus); }
 };
 
 }  // namespace

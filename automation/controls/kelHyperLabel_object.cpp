@@ -15,47 +15,25 @@ class HyperLabelObject final : public ControlObject<IkelHyperLabel, DkelHyperLab
   }
 
   STDMETHODIMP get_UseDynamicHeight(VARIANT_BOOL* result) override {
-    return answer(result, [&] { return control().UseDynamicHeight(); });
+    return read(result, &kelHyperLabel::UseDynamicHeight);
   }
   STDMETHODIMP put_UseDynamicHeight(VARIANT_BOOL value) override {
-    return act([&] { control().UseDynamicHeight(from_boolean(value)); });
+    return write(value, &kelHyperLabel::UseDynamicHeight);
   }
-  STDMETHODIMP get_Caption(BSTR* result) override {
-    return answer(result, [&] { return control().Caption(); });
-  }
-  STDMETHODIMP put_Caption(BSTR value) override {
-    return act([&] { control().Caption(view(value)); });
-  }
-  STDMETHODIMP get_Alignment(SHORT* result) override {
-    return answer(result, [&] { return control().Alignment(); });
-  }
-  STDMETHODIMP put_Alignment(SHORT value) override {
-    return act([&] { control().Alignment(value); });
-  }
-  STDMETHODIMP get_ClickColor(OLE_COLOR* result) override {
-    return answer(result, [&] { return control().ClickColor(); });
-  }
-  STDMETHODIMP put_ClickColor(OLE_COLOR value) override {
-    return act([&] { control().ClickColor(static_cast<Color>(value)); });
-  }
-  STDMETHODIMP get_LinkColor(OLE_COLOR* result) override {
-    return answer(result, [&] { return control().LinkColor(); });
-  }
-  STDMETHODIMP put_LinkColor(OLE_COLOR value) override {
-    return act([&] { control().LinkColor(static_cast<Color>(value)); });
-  }
-  STDMETHODIMP get_HoverColor(OLE_COLOR* result) override {
-    return answer(result, [&] { return control().HoverColor(); });
-  }
-  STDMETHODIMP put_HoverColor(OLE_COLOR value) override {
-    return act([&] { control().HoverColor(static_cast<Color>(value)); });
-  }
+  STDMETHODIMP get_Caption(BSTR* result) override { return read(result, &kelHyperLabel::Caption); }
+  STDMETHODIMP put_Caption(BSTR value) override { return write(value, &kelHyperLabel::Caption); }
+  STDMETHODIMP get_Alignment(SHORT* result) override { return read(result, &kelHyperLabel::Alignment); }
+  STDMETHODIMP put_Alignment(SHORT value) override { return write(value, &kelHyperLabel::Alignment); }
+  STDMETHODIMP get_ClickColor(OLE_COLOR* result) override { return read(result, &kelHyperLabel::ClickColor); }
+  STDMETHODIMP put_ClickColor(OLE_COLOR value) override { return write(value, &kelHyperLabel::ClickColor); }
+  STDMETHODIMP get_LinkColor(OLE_COLOR* result) override { return read(result, &kelHyperLabel::LinkColor); }
+  STDMETHODIMP put_LinkColor(OLE_COLOR value) override { return write(value, &kelHyperLabel::LinkColor); }
+  STDMETHODIMP get_HoverColor(OLE_COLOR* result) override { return read(result, &kelHyperLabel::HoverColor); }
+  STDMETHODIMP put_HoverColor(OLE_COLOR value) override { return write(value, &kelHyperLabel::HoverColor); }
   STDMETHODIMP get_Picture(IPictureDisp** result) override {
     return answer(result, [&] { return unwrap_picture(control().Picture()); });
   }
-  STDMETHODIMP put_Picture(IPictureDisp* value) override {
-    return act([&] { control().Picture(wrap_picture(value)); });
-  }
+  STDMETHODIMP put_Picture(IPictureDisp* value) override { return write(value, &kelHyperLabel::Picture); }
   STDMETHODIMP putref_Picture(IPictureDisp* value) override { return put_Picture(value); }
 };
 

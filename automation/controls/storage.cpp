@@ -90,11 +90,8 @@ class Reader {
   }
   PicturePointer picture() {
     if (!boolean()) return nullptr;
-    PICTDESC empty = {};
-    empty.cbSizeofstruct = sizeof empty;
-    empty.picType = static_cast<UINT>(PICTYPE_UNINITIALIZED);
-    ComPtr<IPersistStream> persist;
-    check(::OleCreatePictureIndirect(&empty, IID_IPersistStream, TRUE, persist.out_void()));
+    ComPtr<IPersistStream> persist;  // an empty picture, by no description at all
+    check(::OleCreatePictureIndirect(nullptr, IID_IPersistStream, TRUE, persist.out_void()));
     check(persist->Load(stream_));
     return wrap_picture(persist.get());
   }
@@ -140,6 +137,7 @@ std::optional<PropertyValue> ContainerBag::find(StringView name, PropertyKind ki
 }
 
 void ContainerBag::store(StringView name, const PropertyValue& value) {
+  if (value == PropertyValue(PicturePointer())) return;  // many bags cannot hold Nothing
   const String terminated(name);
   OwnedVariant stored(to_variant(value));
   check(bag_->Write(reinterpret_cast<const wchar_t*>(terminated.c_str()), stored.get()));

@@ -12,15 +12,18 @@ namespace tornby::automation {
 /// A container's property bag.
 class ContainerBag final : public PropertyBag {
  public:
-  /// `log` may be null; a container that gave one hears of what it stored and cannot be read.
-  ContainerBag(IPropertyBag* bag, IErrorLog* log) : bag_(bag), log_(log) {}
+  /// `log` may be null; a container that gave one hears of what it stored and cannot be read. `all` stores values that
+  /// equal their defaults too.
+  ContainerBag(IPropertyBag* bag, IErrorLog* log, bool all = false) : bag_(bag), log_(log), all_(all) {}
 
  private:
   std::optional<PropertyValue> find(StringView name, PropertyKind kind) const override;
   void store(StringView name, const PropertyValue& value) override;
+  bool stores_defaults() const override { return all_; }
 
   IPropertyBag* bag_;
   IErrorLog* log_;
+  bool all_;
 };
 
 /// Settings in memory, on their way to a stream or from one.

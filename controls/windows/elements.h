@@ -1,11 +1,8 @@
-// The elements of a control. The caption and the picture are drawn on the surface, the edit field is a window of its
-// own while the control has one.
+// The elements of a control that are drawn on its surface: the caption and the picture.
 #pragma once
 
-#include <string>
-
 #include <tornby/controls/control.h>
-#include <tornby/controls/windows/gdi.h>
+#include <tornby/controls/windows/canvas.h>
 
 namespace tornby::windows {
 
@@ -57,7 +54,7 @@ class WindowElement : public Base {
 class Drawn {
  public:
   virtual ~Drawn() = default;
-  virtual void draw(HDC context) const = 0;
+  virtual void draw(const Canvas& canvas) const = 0;
   virtual RECT drawn_area() const = 0;
   virtual bool shows() const = 0;
   virtual Part part() const = 0;
@@ -88,7 +85,7 @@ class WindowLabel final : public WindowElement<LabelElement>, public Drawn {
   String tag() const override { return tag_; }
   void tag(StringView value) override { tag_ = value; }
 
-  void draw(HDC context) const override;
+  void draw(const Canvas& canvas) const override;
   RECT drawn_area() const override { return area(); }
   bool shows() const override { return visible_; }
   Part part() const override { return Part::label; }
@@ -117,68 +114,13 @@ class WindowPicture final : public WindowElement<PictureElement>, public Drawn {
   /// A DrawablePicture; any other is shown as an empty space of its size.
   void picture(const PicturePointer& value) override;
 
-  void draw(HDC context) const override;
+  void draw(const Canvas& canvas) const override;
   RECT drawn_area() const override { return area(); }
   bool shows() const override { return visible_ && picture_; }
   Part part() const override { return Part::picture; }
 
  private:
   PicturePointer picture_;
-};
-
-class WindowEdit final : public WindowElement<EditElement> {
- public:
-  explicit WindowEdit(WindowHost& host);
-  ~WindowEdit() override;
-
-  using WindowElement::height;
-  void height(double value) override;
-  String text() const override { return text_; }
-  void text(StringView value) override;
-  Font font() const override { return font_; }
-  void font(const Font& value) override;
-  Color back_color() const override { return back_color_; }
-  void back_color(Color value) override;
-  bool enabled() const override { return enabled_; }
-  void enabled(bool value) override;
-  bool locked() const override { return locked_; }
-  void locked(bool value) override;
-  std::int32_t max_length() const override { return max_length_; }
-  void max_length(std::int32_t value) override;
-
-  HWND window() const { return window_; }
-  void create_window(HWND parent);
-  /// The window is gone, or about to go with its parent.
-  void forget_window() { window_ = nullptr; }
-  /// The user edited the window's text. True when it is another one now.
-  bool take_text();
-  HBRUSH colour(HDC context);
-  /// Draws the field where it has no window.
-  void draw(HDC context) const;
-  void dots_per_inch_changed();
-
- private:
-  static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
-  LRESULT handle(UINT message, WPARAM wparam, LPARAM lparam);
-  void show_change() override;
-
-  HWND window_ = nullptr;
-  WNDPROC original_ = nullptr;
-  bool setting_text_ = false;
-  String text_;
-  Font font_;
-  GdiObject<HFONT> font_handle_;
-  GdiObject<HBRUSH> brush_;
-  Color back_color_ = system_color::window_background;
-  bool enabled_ = true;
-  bool locked_ = false;
-  std::int32_t max_length_ = 0;
-};
-
-/// Measures a real drop-down field that lives just as long.
-class WindowDropDown final : public DropDownElement {
- public:
-  std::int32_t button_width() const override;
 };
 
 }  // namespace tornby::windows

@@ -2,11 +2,18 @@
 
 #include <algorithm>
 #include <cmath>
-#include <string>
 
-#include "platform/code_page.h"
+#include "base/runtime_error.h"
 
 namespace tornby::windows {
+
+ScreenContext::ScreenContext() : context_(::GetDC(nullptr)) {
+  if (!context_) throw RuntimeError(StandardError::out_of_memory);
+}
+
+MemoryContext::MemoryContext() : context_(::CreateCompatibleDC(nullptr)) {
+  if (!context_) throw RuntimeError(StandardError::out_of_memory);
+}
 
 BufferedPainting::BufferedPainting(HDC target, const RECT& area)
     : target_(target), area_(area), memory_(::CreateCompatibleDC(target)) {
@@ -32,40 +39,27 @@ COLORREF resolved(Color color) {
   return color & 0x80000000 ? ::GetSysColor(static_cast<int>(color & 0xFF)) : color & 0xFFFFFF;
 }
 
-void fill(HDC context, const RECT& area, Color color) {
-  const GdiObject<HBRUSH> brush(::CreateSolidBrush(resolved(color)));
-  ::FillRect(context, &area, brush.get());
+GdiObject<HFONT> make_font(const Font& font, int dots_per_inch) {
+  return make_font(font, SIZE{0, static_cast<LONG>(std::lround(font.size * dots_per_inch / 72))});
 }
 
-GdiObject<HFONT> make_font(const Font& font, int dots_per_inch) {
+GdiObject<HFONT> make_font(const Font& font, SIZE size) {
   LOGFONTW description{};
-  description.lfHeight = -static_cast<LONG>(std::lround(font.size * dots_per_inch / 72));
+  description.lfHeight = -size.cy;
+  description.lfWidth = size.cx;
   description.lfWeight = font.weight;
   description.lfItalic = font.italic;
   description.lfUnderline = font.underline;
   description.lfStrikeOut = font.strikeout;
   description.lfCharSet = static_cast<BYTE>(font.charset);
   std::copy_n(font.name.begin(), std::min<std::size_t>(font.name.size(), LF_FACESIZE - 1), description.lfFaceName);
-  return GdiObject<HFONT>(::CreateFontIndirectW(&description));
+  GdiObject<HFONT> made(::CreateFontIndirectW(&description));
+  if (!made.get()) throw RuntimeError(StandardError::out_of_memory);
+  return made;
 }
 
 void draw_text(HDC context, const String& text, RECT& area, UINT format) {
   ::DrawTextW(context, wide(text), static_cast<int>(text.size()), &area, format);
-}
-
-std::int16_t code_of(char16_t character) {
-  const Bytes bytes = native_code_page().encode(StringView(&character, 1));
-  unsigned code = 0;
-  for (const std::uint8_t byte : bytes) code = code << 8 | byte;
-  return static_cast<std::int16_t>(code);
-}
-
-char16_t character_of(std::int16_t code) {
-  const auto high = static_cast<std::uint8_t>(code >> 8);
-  const auto low = static_cast<std::uint8_t>(code);
-  const Bytes bytes = high ? Bytes{high, low} : Bytes{low};
-  const String text = native_code_page().decode(bytes);
-  return text.empty() ? u'\0' : text[0];
 }
 
 HINSTANCE own_module() {
@@ -73,18 +67,6 @@ HINSTANCE own_module() {
   ::GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
                        reinterpret_cast<const char*>(&own_module), &module);
   return module;
-}
-
-// Three dots. The greyed ones have a light shadow.
-void draw_glyph(HDC context, Glyph glyph, int left, int top) {
-  const auto draw_dots = [&](int offset, int color) {
-    for (const int x : {1, 5, 9}) {
-      const RECT dot = {left + x + offset, top + offset, left + x + offset + 2, top + offset + browse_glyph_height};
-      ::FillRect(context, &dot, ::GetSysColorBrush(color));
-    }
-  };
-  if (glyph == Glyph::browse_greyed) draw_dots(1, COLOR_BTNHIGHLIGHT);
-  draw_dots(0, glyph == Glyph::browse ? COLOR_BTNTEXT : COLOR_GRAYTEXT);
 }
 
 }  // namespace tornby::windows

@@ -44,10 +44,25 @@ class Selection {
 /// The screen's device context, for measuring.
 class ScreenContext {
  public:
-  ScreenContext() : context_(::GetDC(nullptr)) {}
+  /// Raises 7 (out of memory) when the system has none.
+  ScreenContext();
   ~ScreenContext() { ::ReleaseDC(nullptr, context_); }
   ScreenContext(const ScreenContext&) = delete;
   ScreenContext& operator=(const ScreenContext&) = delete;
+  operator HDC() const { return context_; }
+
+ private:
+  HDC context_;
+};
+
+/// A device context of its own in memory, for measuring.
+class MemoryContext {
+ public:
+  /// Raises 7 (out of memory) when the system makes none.
+  MemoryContext();
+  ~MemoryContext() { ::DeleteDC(context_); }
+  MemoryContext(const MemoryContext&) = delete;
+  MemoryContext& operator=(const MemoryContext&) = delete;
   operator HDC() const { return context_; }
 
  private:
@@ -74,9 +89,10 @@ class BufferedPainting {
 /// A plain colour as it is, a system colour as it is set now.
 COLORREF resolved(Color color);
 
-void fill(HDC context, const RECT& area, Color color);
-
+/// Raises 7 (out of memory) when the system makes none.
 GdiObject<HFONT> make_font(const Font& font, int dots_per_inch);
+/// `size` is that of a character, in units of the device context; 0 takes the width that belongs to the height.
+GdiObject<HFONT> make_font(const Font& font, SIZE size);
 
 /// As DrawText, whose flags `format` are; it may change `area`.
 void draw_text(HDC context, const String& text, RECT& area, UINT format);
@@ -86,18 +102,11 @@ inline const wchar_t* wide(const String& text) {
   return reinterpret_cast<const wchar_t*>(text.c_str());
 }
 
-/// A typed character as key events report it: its code in the ANSI code page, of two bytes where it has two.
-std::int16_t code_of(char16_t character);
-char16_t character_of(std::int16_t code);
-
 inline RECT to_rect(const Rectangle& area) {
   return {area.left, area.top, area.right, area.bottom};
 }
 
 /// The program or DLL that this code is part of. Window classes belong to it, so that they end with it.
 HINSTANCE own_module();
-
-void draw_glyph(HDC context, Glyph glyph, int left, int top);
-constexpr int browse_glyph_height = 2;
 
 }  // namespace tornby::windows

@@ -9,9 +9,10 @@
 #include <functional>
 #include <memory>
 #include <utility>
-#include <variant>
 #include <vector>
 
+#include <tornby/controls/windows/drawings.h>
+#include <tornby/controls/windows/edit_field.h>
 #include <tornby/controls/windows/elements.h>
 
 namespace tornby::windows {
@@ -28,6 +29,8 @@ class ControlSite {
   virtual bool takes_size_request(SIZE /*wanted*/) { return false; }
   /// An event handler, or the control itself, let that exception escape while it handled a message.
   virtual void failed(std::exception_ptr exception) { std::rethrow_exception(exception); }
+  /// The control looks different now, or will with the next painting.
+  virtual void view_changed() {}
   /// The control is called differently now, and may have another mnemonic.
   virtual void caption_changed() {}
   /// The keyboard came to the control, or has left it.
@@ -41,7 +44,7 @@ class ControlSite {
 class WindowHost final : public std::enable_shared_from_this<WindowHost>, private ControlHost, private Surface {
  public:
   /// Makes a control of class C; `site` must outlive it. Call InitProperties or ReadProperties on it next, then
-  /// control().resize() or attach().
+  /// lay_out() or attach().
   template <class C>
   static std::shared_ptr<WindowHost> create(ControlSite& site) {
     std::shared_ptr<WindowHost> host(new WindowHost(site));
@@ -65,22 +68,25 @@ class WindowHost final : public std::enable_shared_from_this<WindowHost>, privat
   /// Whether a key message to one of the control's windows is for the control, even where a dialog has a use for the
   /// key.
   bool wants_key(MSG& message) const;
-  /// Moves the window, if there is one, and gives the control that outer size.
+  /// Moves the window, if there is one, and gives the control that outer size. Before the first layout it is only
+  /// noted.
   void place(const RECT& place);
+  /// Lays the control out, with the settings that it has by now.
+  void lay_out();
   /// The outer size in pixels.
   SIZE size() const { return size_; }
   int dots_per_inch() const { return dots_per_inch_; }
   /// The system's last-error value after its latest drawing, capture or pointer call for the control; 0 for none.
-  DWORD last_error() const { return last_error_; }
+  DWORD last_error() const { return last_error_.value(); }
 
-  /// Draws the whole control, border and edit field included, scaled into a rectangle, in device units, of any device
-  /// context, a metafile too. It needs no window.
+  /// Draws the whole control, border and edit field included, into a rectangle of any device context, a metafile too,
+  /// at that context's own resolution. It needs no window.
   void draw(HDC context, const RECT& area);
 
   /// Keeps the site alive as long as this object.
   void keep_until_gone(std::shared_ptr<ControlSite> site) { kept_site_ = std::move(site); }
 
-  /// For the elements: something needs to be drawn again.
+  /// For the elements: something needs to be drawn again. The control is not asked to paint for that.
   void redraw();
   void add(Drawn& element) { drawn_.push_back(&element); }
   void remove(Drawn& element);
@@ -102,27 +108,6 @@ class WindowHost final : public std::enable_shared_from_this<WindowHost>, privat
   void focus_leaves(HWND to);
 
  private:
-  struct FocusRectangle {
-    Rectangle area;
-    bool operator==(const FocusRectangle&) const = default;
-  };
-  struct Edge {
-    Rectangle area;
-    std::uint32_t edge, flags;
-    bool operator==(const Edge&) const = default;
-  };
-  struct Box {
-    Rectangle outline;
-    Color color;
-    bool operator==(const Box&) const = default;
-  };
-  struct PlacedGlyph {
-    Glyph glyph;
-    int left, top;
-    bool operator==(const PlacedGlyph&) const = default;
-  };
-  using Drawing = std::variant<FocusRectangle, Edge, Box, PlacedGlyph>;
-
   explicit WindowHost(ControlSite& site);
 
   Surface& surface() override { return *this; }
@@ -134,8 +119,8 @@ class WindowHost final : public std::enable_shared_from_this<WindowHost>, privat
   Font ambient_font() const override { return site_->ambient_font(); }
   String display_name() const override { return site_->display_name(); }
 
-  double scale_width() const override { return client_rectangle().right; }
-  double scale_height() const override { return client_rectangle().bottom; }
+  double scale_width() const override { return client_size().cx; }
+  double scale_height() const override { return client_size().cy; }
   Rectangle client_rectangle() const override;
   double width() const override { return size_.cx * twips_per_pixel_x(); }
   void width(double twips) override;
@@ -158,7 +143,9 @@ class WindowHost final : public std::enable_shared_from_this<WindowHost>, privat
   void tag(StringView value) override { tag_ = value; }
   void clear() override;
   void draw_focus_rectangle(const Rectangle& area) override { add_drawing(FocusRectangle{area}); }
-  void draw_edge(const Rectangle& area, std::uint32_t edge, std::uint32_t flags) override;
+  void draw_edge(const Rectangle& area, std::uint32_t edge, std::uint32_t flags) override {
+    add_drawing(Edge{area, edge, flags});
+  }
   void draw_box(const Rectangle& outline, Color color) override { add_drawing(Box{outline, color}); }
   void draw_glyph(Glyph glyph, double left, double top) override;
   double glyph_height(Glyph) const override { return browse_glyph_height; }
@@ -174,20 +161,15 @@ class WindowHost final : public std::enable_shared_from_this<WindowHost>, privat
   LRESULT dialog_code(const MSG* key) const;
   LRESULT copy_name(wchar_t* target, std::size_t capacity) const;
   bool is_within(HWND other) const;
-  /// Makes a system call whose last-error value is kept.
-  template <class Call>
-  void noted(Call call) const {
-    ::SetLastError(0);
-    call();
-    last_error_ = ::GetLastError();
-  }
   void handle_pointer(UINT message, WPARAM wparam, LPARAM lparam);
-  bool handle_key(UINT message, WPARAM wparam, LPARAM lparam);
   void paint_window(HWND window);
-  void paint(HDC context);
-  void add_drawing(const Drawing& drawing);
+  /// The system is to ask for a painting of it all.
+  void request_paint();
+  void paint(const Canvas& canvas);
+  void add_drawing(const Drawings::Drawing& drawing);
   void request_size(SIZE wanted);
   void size_changed(SIZE size);
+  SIZE client_size() const;
   SIZE window_size() const;
   void update_dots_per_inch();
   void update_frame();
@@ -199,10 +181,11 @@ class WindowHost final : public std::enable_shared_from_this<WindowHost>, privat
   std::vector<Drawn*> drawn_;
   WindowEdit* edit_ = nullptr;
   std::vector<std::unique_ptr<ContainedElement>> contained_;
-  std::vector<Drawing> drawings_;  // in the order of drawing, each once
+  Drawings drawings_;
   HWND window_ = nullptr;
   SIZE size_{};
   SIZE laid_out_client_{-1, -1};
+  bool laid_out_ = false;  // once at least
   int dots_per_inch_;
   Color back_color_ = system_color::button_face;
   Font font_;
@@ -213,7 +196,8 @@ class WindowHost final : public std::enable_shared_from_this<WindowHost>, privat
   bool captured_ = false;
   bool hand_ = false;
   bool painting_ = false;
-  mutable DWORD last_error_ = 0;
+  bool stale_ = false;  // what the window shows is
+  mutable LastError last_error_;
 };
 
 /// A control of class C in a child window, for as long as this object lives. It may be destroyed inside an event of its
@@ -243,8 +227,5 @@ class ControlWindow {
   std::shared_ptr<ControlSite> site_;
   std::shared_ptr<WindowHost> host_;
 };
-
-/// Keys held now, as the sum of 1 shift, 2 control, 4 alt.
-std::int16_t shift_state();
 
 }  // namespace tornby::windows

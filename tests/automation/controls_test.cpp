@@ -47,6 +47,10 @@ TEST(Controls, KeepTheirSettingsInABag) {
   EXPECT_EQ(bag.values[L"HoverColor"].lVal, 0x112233);
   EXPECT_EQ(bag.values.count(L"LinkColor"), 0u) << "what writing takes for the default is not stored";
   EXPECT_EQ(bag.values.count(L"ClickColor"), 0u);
+  FakeBag whole;
+  ASSERT_EQ(storage->Save(&whole, FALSE, TRUE), S_OK);
+  EXPECT_EQ(whole.values[L"ClickColor"].lVal, 255) << "unless everything is to be saved";
+  EXPECT_EQ(whole.values.count(L"Picture"), 0u) << "that there is";
 
   const auto other = server.create<IkelHyperLabel>(CLSID_kelHyperLabel);
   ASSERT_EQ(as<IPersistPropertyBag>(other)->Load(&bag, nullptr), S_OK);
@@ -91,6 +95,47 @@ TEST(Controls, KeepTheirSettingsInAStream) {
   EXPECT_EQ(static_cast<ULONG>(as<IPersistStreamInit>(other)->Load(stream.get())), 0x800A000Dul);
 }
 
+SIZEL extent_of(IUnknown* control) {
+  SIZEL himetric = {};
+  EXPECT_EQ(as<IOleObject>(control)->GetExtent(DVASPECT_CONTENT, &himetric), S_OK);
+  return himetric;
+}
+
+TEST(Controls, AreLaidOutWithTheirSettings) {
+  const Server server;
+  const auto link = server.create<IkelHyperLabel>(CLSID_kelHyperLabel);
+  const SIZEL text = extent_of(link.get());
+  EXPECT_GT(text.cy, 200) << "a new link is as high as its text";
+
+  PICTDESC description = {};
+  description.cbSizeofstruct = sizeof description;
+  description.picType = PICTYPE_BITMAP;
+  description.bmp.hbitmap = ::CreateBitmap(48, 60, 1, 1, nullptr);
+  ComPtr<IPictureDisp> picture;
+  ASSERT_EQ(::OleCreatePictureIndirect(&description, IID_IPictureDisp, TRUE, picture.out_void()), S_OK);
+  ASSERT_EQ(link->putref_Picture(picture.get()), S_OK);
+  EXPECT_NEAR(extent_of(link.get()).cy, 1587, 30);
+  ComPtr<IStream> stream;
+  ASSERT_EQ(::CreateStreamOnHGlobal(nullptr, TRUE, stream.out()), S_OK);
+  ASSERT_EQ(as<IPersistStreamInit>(link)->Save(stream.get(), TRUE), S_OK);
+  const LARGE_INTEGER start = {};
+  stream->Seek(start, STREAM_SEEK_SET, nullptr);
+  const auto copy = server.create<IkelHyperLabel>(CLSID_kelHyperLabel);
+  ASSERT_EQ(as<IPersistStreamInit>(copy)->Load(stream.get()), S_OK);
+  EXPECT_EQ(extent_of(copy.get()).cy, extent_of(link.get()).cy);
+
+  FakeBag bag;
+  OwnedVariant caption(testing::string_variant(L"A caption that is wider than a new label's own"));
+  bag.Write(L"Caption", caption.get());
+  const auto label = server.create<IkelLabel>(CLSID_kelLabel);
+  ASSERT_EQ(as<IPersistPropertyBag>(label)->Load(&bag, nullptr), S_OK);
+  EXPECT_GT(extent_of(label.get()).cx, 4000);
+}
+
+int CALLBACK count_record(HDC, HANDLETABLE*, const ENHMETARECORD* record, int, LPARAM counts) {
+  return ++(*reinterpret_cast<std::map<DWORD, int>*>(counts))[record->iType];
+}
+
 TEST(Controls, AreDrawnWithoutSiteOrWindow) {
   const Server server;
   for (const CLSID* clsid : {&CLSID_kelLabel, &CLSID_kelHyperLabel, &CLSID_kelBrowseButton}) {
@@ -108,9 +153,12 @@ TEST(Controls, AreDrawnWithoutSiteOrWindow) {
     EXPECT_EQ(view->Draw(DVASPECT_ICON, -1, nullptr, nullptr, nullptr, metafile, &area, nullptr, nullptr, 0),
               DV_E_DVASPECT);
     const HENHMETAFILE drawing = ::CloseEnhMetaFile(metafile);
-    ENHMETAHEADER header = {};
-    ::GetEnhMetaFileHeader(drawing, sizeof header, &header);
-    EXPECT_GT(header.nRecords, 2u) << "more than the header and the end";
+    std::map<DWORD, int> records;
+    ::EnumEnhMetaFile(nullptr, drawing, &count_record, &records, nullptr);
+    EXPECT_EQ(records[EMR_EXTTEXTOUTW] > 0, *clsid != CLSID_kelBrowseButton)
+        << "text is text, and so as sharp as the target";
+    EXPECT_GT(records[EMR_BITBLT], 0);
+    EXPECT_EQ(records[EMR_STRETCHDIBITS], 0);
     ::DeleteEnhMetaFile(drawing);
   }
 }
@@ -131,6 +179,13 @@ TEST(Controls, TellWhoeverWatchesTheirView) {
   control->put_ForeColor(0xFF0000);
   EXPECT_EQ(view.changes, 2);
   object->SetAdvise(0, 0, nullptr);
+
+  const auto link = server.create<IkelHyperLabel>(CLSID_kelHyperLabel);
+  EXPECT_EQ(link->put_Caption(Bstr(L"first")), S_OK);
+  EXPECT_EQ(as<IViewObject2>(link)->SetAdvise(DVASPECT_CONTENT, 0, &view), S_OK);
+  EXPECT_EQ(link->put_Caption(Bstr(L"changes no property that is told")), S_OK);
+  EXPECT_EQ(view.changes, 3) << "but the picture, once";
+  as<IViewObject2>(link)->SetAdvise(0, 0, nullptr);
 }
 
 TEST(Controls, TakeFontAndNameFromTheContainer) {

@@ -9,6 +9,7 @@
 #include "controls/kelBrowseButton.h"
 #include "controls/kelHyperLabel.h"
 #include "controls/kelLabel.h"
+#include "controls/windows/text_lines.h"
 #include "controls/windows/window_host.h"
 #include "support/gui_objects.h"
 
@@ -265,7 +266,7 @@ TEST(HyperLabelWindow, HasAnAccessibleNameRoleAndAction) {
 }
 
 /// The characters of ASCII; others as question marks.
-std::string narrow(StringView text) {
+std::string plain(StringView text) {
   std::string result;
   for (const char16_t unit : text) result += unit < 0x80 ? static_cast<char>(unit) : '?';
   return result;
@@ -280,7 +281,7 @@ struct BrowseWindow {
     browse->ControlClick = [this] { log += "ControlClick "; };
     browse->OpenBrowse = [this] { log += "OpenBrowse "; };
     browse->MouseUp = [this](std::int16_t&) { log += "MouseUp "; };
-    browse->ChangeText = [this](String& text) { log += "Change:" + narrow(text) + " "; };
+    browse->ChangeText = [this](String& text) { log += "Change:" + plain(text) + " "; };
     browse->KeyPress = [this](std::int16_t& code) {
       if (code == '!') code = '?';
       if (code == '-') code = 0;
@@ -337,7 +338,9 @@ TEST(BrowseWindow, FieldFollowsTheProperties) {
   EXPECT_STREQ(text, L"caf\u00e9 \u0416");
   EXPECT_EQ(test.log, "Change:caf? Change:caf? ? ");
   test.browse->Locked(true);
-  EXPECT_FALSE(::IsWindowEnabled(test.edit()));
+  test.browse->setOver();
+  pump();
+  EXPECT_FALSE(::IsWindowEnabled(test.edit())) << "the control's own drawing is no painting by the system";
   EXPECT_TRUE(::GetWindowLongA(test.edit(), GWL_STYLE) & ES_READONLY);
   ::InvalidateRect(test.browse.window(), nullptr, FALSE);
   pump();
@@ -346,6 +349,30 @@ TEST(BrowseWindow, FieldFollowsTheProperties) {
   EXPECT_EQ(::SendMessageA(test.edit(), EM_GETLIMITTEXT, 0, 0), 3);
   test.browse->BorderApperance(0);
   EXPECT_EQ(client_size(test.browse.window()).cx, 200);
+
+  const auto color_at = [&](int x, int y) {
+    ::InvalidateRect(test.browse.window(), nullptr, FALSE);
+    ::UpdateWindow(test.browse.window());
+    const HDC context = ::GetDC(test.browse.window());
+    const COLORREF color = ::GetPixel(context, x, y);
+    ::ReleaseDC(test.browse.window(), context);
+    return color;
+  };
+  test.browse->BackColor(0x123456);
+  test.browse->setOut();
+  EXPECT_NE(color_at(test.button_x(), 0), 0x123456u) << "the button's edge";
+  test.browse->Style(1);
+  EXPECT_EQ(color_at(test.button_x(), 0), 0x123456u) << "which has moved";
+}
+
+TEST(BrowseWindow, KeysUnderAltAreReleasedAndADisabledOneOpensForNobody) {
+  BrowseWindow test;
+  test.browse->KeyUp = [&](std::int16_t& code, std::int16_t&) { test.log += "Up" + std::to_string(code) + " "; };
+  for (const WPARAM key : {WPARAM{'X'}, WPARAM{VK_F10}}) ::SendMessageA(test.edit(), WM_SYSKEYUP, key, 1 << 29);
+  EXPECT_EQ(test.log, "Up88 Up121 ");
+  test.browse->Enabled(false);
+  ::SendMessageA(test.browse.window(), BM_CLICK, 0, 0);
+  EXPECT_EQ(test.log, "Up88 Up121 ");
 }
 
 // A handler that lets go of the control, by its owner or by its form, in the middle of it all.
@@ -413,22 +440,32 @@ TEST(WindowHost, KeepsTheLastErrorOfTheSystem) {
   EXPECT_EQ(label.host().last_error(), 0u);
   label.host().draw(reinterpret_cast<HDC>(0x1234), {0, 0, 10, 10});  // no device context
   EXPECT_NE(label.host().last_error(), 0u);
+  EXPECT_GT(label.host().control_as<kelLabel>().accessible_name().size(), 0u);
   label->Caption(u"laid out once more");
+  EXPECT_NE(label.host().last_error(), 0u) << "sizes are read without a trace";
+  ::UpdateWindow(label.window());
   EXPECT_EQ(label.host().last_error(), 0u);
 }
 
-TEST(WindowHost, DrawsWithoutAWindow) {
-  ControlSite site;
-  const auto host = WindowHost::create<kelBrowseButton>(site);
-  host->control().InitProperties();
-  host->place({0, 0, 120, 24});
-  const HDC context = ::CreateEnhMetaFileA(nullptr, nullptr, nullptr, nullptr);
-  host->draw(context, {0, 0, 120, 24});
-  const HENHMETAFILE file = ::CloseEnhMetaFile(context);
-  ENHMETAHEADER header{};
-  ::GetEnhMetaFileHeader(file, sizeof header, &header);
-  ::DeleteEnhMetaFile(file);
-  EXPECT_GT(header.nRecords, 10u);
+// What is drawn on other devices breaks where the window's text breaks.
+TEST(TextLines, AreThoseOfTheSystem) {
+  const ScreenContext screen;
+  const GdiObject<HFONT> font = make_font(Font(), 96);
+  const Selection selection(screen, font.get());
+  TEXTMETRICW metrics{};
+  ::GetTextMetricsW(screen, &metrics);
+  for (const StringView text : {u"one", u"two words", u"a word that is too-long-for-its-line here", u"&marked && not",
+                                u"lines\r\nby\nhand", u"trailing  blanks "}) {
+    for (const int width : {47, 90, 300}) {
+      RECT needed = {0, 0, width, 0};
+      draw_text(screen, String(text), needed, DT_WORDBREAK | DT_CALCRECT);
+      const auto lines = text_lines(font.get(), String(text), width, DT_WORDBREAK);
+      EXPECT_EQ(static_cast<int>(lines.size()) * metrics.tmHeight, needed.bottom) << plain(text) << ' ' << width;
+      if (width == 300 && lines.size() == 1) {
+        EXPECT_EQ(lines[0].width(), needed.right) << plain(text);
+      }
+    }
+  }
 }
 
 /// By messages, which is faster than real input.

@@ -1,0 +1,95 @@
+#include "automation/controls/control_core.h"
+
+#include "automation/com/convert.h"
+#include "automation/controls/ole_values.h"
+
+namespace tornby::automation {
+
+ControlCore::~ControlCore() {
+  if (link_) link_->cut();
+  if (host_) host_->detach();
+}
+
+void ControlCore::make_ready() {
+  if (settings_ != Settings::none) return;
+  settings_ = Settings::on_their_way;
+  try {
+    control().InitProperties();
+    host_->lay_out();
+  } catch (...) {
+    settings_ = Settings::none;
+    throw;
+  }
+  settings_ = Settings::there;
+}
+
+HRESULT ControlCore::take_settings(const std::function<void()>& read) {
+  const Settings before = std::exchange(settings_, Settings::on_their_way);
+  const HRESULT result = run([&] {
+    read();
+    host_->lay_out();
+  });
+  settings_ = FAILED(result) ? before : Settings::there;
+  if (SUCCEEDED(result)) dirty_ = false;
+  return result;
+}
+
+HRESULT ControlCore::extent(DWORD aspect, SIZEL* himetric) {
+  if (!himetric) return E_POINTER;
+  *himetric = {};
+  if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
+  return run([&] {
+    make_ready();
+    const auto in_himetric = [&](LONG pixels) { return ::MulDiv(pixels, himetric_per_inch, host_->dots_per_inch()); };
+    *himetric = {in_himetric(host_->size().cx), in_himetric(host_->size().cy)};
+  });
+}
+
+void ControlCore::set_site(IOleClientSite* site) {
+  site_ = ComPtr<IOleClientSite>(site);
+  ambients_ = ComPtr<IDispatch>();
+  control_site_ = ComPtr<IOleControlSite>();
+  frame_site_ = ComPtr<ISimpleFrameSite>();
+  if (!site) return;
+  site->QueryInterface(IID_IDispatch, ambients_.out_void());
+  site->QueryInterface(IID_IOleControlSite, control_site_.out_void());
+  if (has(OLEMISC_SIMPLEFRAME)) site->QueryInterface(IID_ISimpleFrameSite, frame_site_.out_void());
+}
+
+bool ControlCore::ambient(DISPID property, VARIANT* value) const {
+  DISPPARAMS none = {};
+  return ambients_ && SUCCEEDED(ambients_->Invoke(property, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none,
+                                                  value, nullptr, nullptr));
+}
+
+Font ControlCore::ambient_font() const {
+  OwnedVariant value;
+  if (!ambient(DISPID_AMBIENT_FONT, value.get()) || (value->vt != VT_DISPATCH && value->vt != VT_UNKNOWN) ||
+      !value->punkVal)
+    return Font();
+  try {
+    return describe_font(value->punkVal);
+  } catch (const std::exception&) {
+    return Font();  // what the container calls a font is none
+  }
+}
+
+String ControlCore::display_name() const {
+  OwnedVariant value;
+  if (!ambient(DISPID_AMBIENT_DISPLAYNAME, value.get()) || value->vt != VT_BSTR) return String();
+  return String(view(value->bstrVal));
+}
+
+void ControlCore::property_changed(StringView name) {
+  if (settings_ != Settings::there) return;
+  dirty_ = true;
+  const DISPID id = property_id(name);
+  property_notices().for_each<IPropertyNotifySink>([id](IPropertyNotifySink* sink) { sink->OnChanged(id); });
+}
+
+void ControlCore::picture_changed() {
+  picture_stale_ = true;
+  if (changes_ == 0 && settings_ != Settings::none) const Change at_once(*this);
+}
+
+}  // namespace tornby::automation
