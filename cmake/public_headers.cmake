@@ -39,7 +39,7 @@ set(public_headers
   settings/document/text.h)
 if(WIN32)
   list(APPEND public_headers
-    controls/windows/elements.h
+    controls/windows/drawings.h
     controls/windows/gdi.h
     controls/windows/window_host.h
     platform/windows/system.h)

@@ -1,7 +1,7 @@
 // What a control is drawn with: fills, edges, texts, in the control's own pixels, on any device context.
 #pragma once
 
-#include <tornby/controls/windows/gdi.h>
+#include "controls/windows/gdi.h"
 
 namespace tornby::windows {
 

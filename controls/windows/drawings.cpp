@@ -1,5 +1,7 @@
 #include "controls/windows/drawings.h"
 
+#include "controls/windows/canvas.h"
+
 namespace tornby::windows {
 namespace {
 

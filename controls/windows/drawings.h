@@ -4,9 +4,11 @@
 #include <variant>
 #include <vector>
 
-#include <tornby/controls/windows/canvas.h>
+#include <tornby/controls/windows/gdi.h>
 
 namespace tornby::windows {
+
+class Canvas;
 
 /// The system's last-error value after the latest of the calls that a control's users may ask it for; 0 for none.
 class LastError {

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "base/runtime_error.h"
+#include "controls/windows/canvas.h"
 #include "controls/windows/input.h"
 #include "controls/windows/window_host.h"
 

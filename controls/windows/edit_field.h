@@ -1,7 +1,7 @@
 // The edit field, a window of its own while its control has one, and the drop-down field that is only measured.
 #pragma once
 
-#include <tornby/controls/windows/elements.h>
+#include "controls/windows/elements.h"
 
 namespace tornby::windows {
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "controls/windows/canvas.h"
 #include "controls/windows/window_host.h"
 
 namespace tornby::windows {

@@ -1,11 +1,12 @@
 // The elements of a control that are drawn on its surface: the caption and the picture.
 #pragma once
 
-#include <tornby/controls/control.h>
-#include <tornby/controls/windows/canvas.h>
+#include "controls/control.h"
+#include "controls/windows/gdi.h"
 
 namespace tornby::windows {
 
+class Canvas;
 class WindowHost;
 
 /// A picture that can be drawn in a rectangle of a device context.

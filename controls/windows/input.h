@@ -1,8 +1,8 @@
 // Messages of the pointer and the keyboard, as the controls understand them.
 #pragma once
 
-#include <tornby/controls/control.h>
-#include <tornby/controls/windows/gdi.h>
+#include "controls/control.h"
+#include "controls/windows/gdi.h"
 
 namespace tornby::windows {
 

@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include <tornby/controls/windows/gdi.h>
+#include "controls/windows/gdi.h"
 
 namespace tornby::windows {
 

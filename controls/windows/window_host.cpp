@@ -5,6 +5,7 @@
 #include <string>
 
 #include "base/runtime_error.h"
+#include "controls/windows/edit_field.h"
 
 namespace tornby::windows {
 namespace {

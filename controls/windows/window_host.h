@@ -11,11 +11,13 @@
 #include <utility>
 #include <vector>
 
+#include <tornby/controls/control.h>
 #include <tornby/controls/windows/drawings.h>
-#include <tornby/controls/windows/edit_field.h>
-#include <tornby/controls/windows/elements.h>
 
 namespace tornby::windows {
+
+class Drawn;
+class WindowEdit;
 
 /// The form, as a control sees it. What is not overridden is right for a form that has nothing to say.
 class ControlSite {

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "controls/windows/accessible.h"
+#include "controls/windows/edit_field.h"
 #include "controls/windows/input.h"
 #include "controls/windows/window_host.h"
 

@@ -1,6 +1,8 @@
 // How a control is painted in its window, and drawn anywhere else.
 #include <cmath>
 
+#include "controls/windows/canvas.h"
+#include "controls/windows/edit_field.h"
 #include "controls/windows/window_host.h"
 
 namespace tornby::windows {
