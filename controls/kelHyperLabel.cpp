@@ -274,21 +274,22 @@ bool kelHyperLabel::outside(Pointer at) const {
 }
 
 void kelHyperLabel::start_hover() {
-  if (!picture_) {
-    label_->tag(widen(std::to_string(static_cast<std::int32_t>(label_->fore_color()))));
-    label_->fore_color(hover_color_);
-  }
   surface().set_capture();
   surface().tag(hover_mark);
+  if (!picture_) {
+    label_->tag(widen(std::to_string(static_cast<std::int32_t>(label_->fore_color()))));
+    label_->fore_color(hover_color_);  // after the tag, without which the colour would not come back
+  }
   surface().show_hand();
 }
 
 void kelHyperLabel::end_hover() {
-  surface().tag(u"");
   // By the mark and not by the mode, which may have changed since.
-  if (label_->tag().empty()) return;
-  label_->fore_color(static_cast<Color>(to_int32(label_->tag())));
-  label_->tag(u"");
+  if (!label_->tag().empty()) {
+    label_->fore_color(static_cast<Color>(to_int32(label_->tag())));
+    label_->tag(u"");
+  }
+  surface().tag(u"");
 }
 
 }  // namespace tornby
