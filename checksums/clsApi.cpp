@@ -1,14 +1,17 @@
 #include "checksums/clsApi.h"
 
 #include <algorithm>
+#include <array>
 #include <exception>
 #include <limits>
 #include <memory>
 
+#include "base/runtime_error.h"
+
 namespace tornby {
 namespace {
 
-constexpr std::size_t block_size = 1 << 16;
+constexpr std::size_t block_size = 1 << 14;
 
 class Hourglass {
  public:
@@ -21,37 +24,87 @@ class Hourglass {
   const MousePointer& pointer_;
 };
 
-/// Makes `bytes` the content of `file`. What lies beyond the earlier end is written first, so that a full disk is
-/// noticed while the earlier content is still whole.
-void overwrite(OutputFile& file, ByteView bytes) {
+bool is_high_surrogate(char16_t unit) {
+  return unit >= 0xD800 && unit < 0xDC00;
+}
+
+/// Hands the bytes of `text` and of a line break to `take`, block by block.
+template <class Take>
+void encode_line(const AnsiCodePage& code_page, StringView text, Take take) {
+  constexpr StringView line_break = u"\r\n";
+  std::array<std::uint8_t, block_size> block;
+  const std::size_t units = block.size() / code_page.bytes_per_unit() - line_break.size();
+  for (;;) {
+    std::size_t length = std::min(units, text.size());
+    if (length < text.size() && is_high_surrogate(text[length - 1])) --length;  // a pair stays together
+    std::size_t used = code_page.encode(text.substr(0, length), block.data());
+    text.remove_prefix(length);
+    if (text.empty()) {
+      block[used++] = '\r';
+      block[used++] = '\n';
+    }
+    take(ByteView(block.data(), used));
+    if (text.empty()) return;
+  }
+}
+
+/// Makes the `size` bytes that `copy(from, to)` writes the content of `file`. What lies beyond the earlier end is
+/// written first, so that a full disk is noticed while the earlier content is still whole; `on_destruction` is called
+/// when it ceases to be.
+template <class Copy, class OnDestruction>
+void overwrite(OutputFile& file, std::uint64_t size, Copy copy, OnDestruction on_destruction) {
   const std::uint64_t earlier_size = file.size();
-  const std::size_t kept = static_cast<std::size_t>(std::min<std::uint64_t>(earlier_size, bytes.size()));
+  const std::uint64_t kept = std::min(earlier_size, size);
   try {
-    file.write(kept, bytes.subspan(kept));
+    copy(kept, size);
   } catch (...) {
     file.resize(earlier_size);
     throw;
   }
-  file.write(0, bytes.first(kept));
-  file.resize(bytes.size());
+  on_destruction();
+  copy(0, kept);
+  file.resize(size);
   file.flush();
+}
+
+/// With the new text beside it all the while.
+void overwrite(OutputFile& file, std::uint64_t size, Replacement& source) {
+  std::array<std::uint8_t, block_size> block;
+  const auto copy = [&](std::uint64_t from, std::uint64_t to) {
+    while (from < to) {
+      const auto length = static_cast<std::size_t>(std::min<std::uint64_t>(block.size(), to - from));
+      if (source.read(from, {block.data(), length}) != length) throw RuntimeError(StandardError::device_io_error);
+      file.write(from, {block.data(), length});
+      from += length;
+    }
+  };
+  overwrite(file, size, copy, [&] { source.keep(); });
+  source.done();
 }
 
 /// The text of a file's first `size` bytes, or of as many as there are.
 String read_text(InputFile& file, std::size_t size, const AnsiCodePage& code_page) {
-  // Blocks would cut a two-byte character in half.
-  const std::size_t most = code_page.bytes_per_unit() == 1 ? std::min(block_size, size) : size;
-  const auto block = std::make_unique_for_overwrite<std::uint8_t[]>(most);
-  const auto characters = std::make_unique_for_overwrite<char16_t[]>(most);
   String text;
   text.reserve(size);
+  std::array<std::uint8_t, block_size> bytes;
+  std::array<char16_t, block_size / 4> characters;  // a part at a time, which stays in the nearest cache
   while (size != 0) {
-    const std::size_t got = file.read({block.get(), std::min(most, size)});
+    const std::size_t got = file.read({bytes.data(), std::min(bytes.size(), size)});
     if (got == 0) break;
-    text.append(characters.get(), code_page.decode({block.get(), got}, characters.get()));
+    for (ByteView left(bytes.data(), got); !left.empty();) {
+      const ByteView part = left.first(std::min(left.size(), characters.size()));
+      text.append(characters.data(), code_page.decode(part, characters.data()));
+      left = left.subspan(part.size());
+    }
     size -= got;
   }
   return text;
+}
+
+/// The same for a code page with two-byte characters, which blocks would cut in half.
+String read_text_at_once(InputFile& file, std::size_t size, const AnsiCodePage& code_page) {
+  const auto bytes = std::make_unique_for_overwrite<std::uint8_t[]>(size);
+  return code_page.decode({bytes.get(), file.read({bytes.get(), size})});
 }
 
 }  // namespace
@@ -62,9 +115,7 @@ clsApi::clsApi(const AnsiCodePage& code_page, const Files& files, const MousePoi
 bool clsApi::apiSaveFile(StringView file_name, StringView text) const {
   const Hourglass shown(*pointer_);
   try {
-    Bytes line = code_page_->encode(text);
-    line.insert(line.end(), {'\r', '\n'});
-    save(file_name, line);
+    save(file_name, text);
     return true;
   } catch (const std::exception&) {
     return false;
@@ -76,19 +127,30 @@ String clsApi::ApiReadFile(StringView file_name) const {
     const auto file = files_->open_for_reading(file_name);
     const std::uint64_t size = file->size();
     if (size > std::numeric_limits<std::int32_t>::max()) return {};
-    return read_text(*file, static_cast<std::size_t>(size), *code_page_);
+    const auto read = code_page_->bytes_per_unit() == 1 ? read_text : read_text_at_once;
+    return read(*file, static_cast<std::size_t>(size), *code_page_);
   } catch (const std::exception&) {
     return {};
   }
 }
 
-void clsApi::save(StringView file_name, ByteView bytes) const {
+void clsApi::save(StringView file_name, StringView text) const {
   if (const auto replacement = files_->replace(file_name)) {
-    replacement->write(0, bytes);
-    replacement->flush();
-    replacement->commit();
+    std::uint64_t size = 0;
+    encode_line(*code_page_, text, [&](ByteView bytes) {
+      replacement->write(bytes);
+      size += bytes.size();
+    });
+    if (!replacement->commit()) overwrite(*files_->open_for_writing(file_name), size, *replacement);
   } else {
-    overwrite(*files_->open_for_writing(file_name), bytes);
+    Bytes line;
+    line.reserve((text.size() + 2) * code_page_->bytes_per_unit());
+    encode_line(*code_page_, text, [&](ByteView bytes) { line.insert(line.end(), bytes.begin(), bytes.end()); });
+    const auto file = files_->open_for_writing(file_name);
+    const auto copy = [&](std::uint64_t from, std::uint64_t to) {
+      file->write(from, ByteView(line).subspan(static_cast<std::size_t>(from), static_cast<std::size_t>(to - from)));
+    };
+    overwrite(*file, line.size(), copy, [] {});
   }
 }
 

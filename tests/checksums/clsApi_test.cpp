@@ -132,17 +132,18 @@ TEST(clsApi, FileThatChangesOrFailsWhileItIsRead) {
 /// Fails at one step of saving, after having done half of a write.
 class FailingFiles final : public ForwardingFiles {
  public:
-  enum Step { replace_step, write_step, flush_step, commit_step, resize_step, nothing };
+  enum Step { replace_step, write_step, commit_step, overwrite_step, resize_step, flush_step, nothing };
+  enum Way { replaced, refused, nothing_beside };
 
-  FailingFiles(Step step, bool in_place) : step_(step), in_place_(in_place) {}
+  FailingFiles(Step step, Way way) : step_(step), way_(way) {}
 
   std::unique_ptr<Replacement> replace(StringView name) const override {
     fail_at(replace_step);
-    if (in_place_) return nullptr;
-    return std::make_unique<Output<Replacement>>(*this, native_files().replace(name));
+    if (way_ == nothing_beside) return nullptr;
+    return std::make_unique<Beside>(*this, native_files().replace(name));
   }
   std::unique_ptr<OutputFile> open_for_writing(StringView name) const override {
-    return std::make_unique<Output<OutputFile>>(*this, native_files().open_for_writing(name));
+    return std::make_unique<Output>(*this, native_files().open_for_writing(name));
   }
 
  private:
@@ -150,14 +151,36 @@ class FailingFiles final : public ForwardingFiles {
     if (step == step_) throw RuntimeError(StandardError::disk_full);
   }
 
-  template <class Interface>
-  class Output : public Interface {
+  class Beside final : public Replacement {
    public:
-    Output(const FailingFiles& files, std::unique_ptr<Interface> real) : files_(files), real_(std::move(real)) {}
+    Beside(const FailingFiles& files, std::unique_ptr<Replacement> real) : files_(files), real_(std::move(real)) {}
+    void write(ByteView bytes) override {
+      if (files_.step_ == write_step) real_->write(bytes.first(bytes.size() / 2));
+      files_.fail_at(write_step);
+      real_->write(bytes);
+    }
+    bool commit() override {
+      files_.fail_at(commit_step);
+      return files_.way_ == replaced && real_->commit();
+    }
+    std::size_t read(std::uint64_t position, std::span<std::uint8_t> out) override {
+      return real_->read(position, out);
+    }
+    void keep() override { real_->keep(); }
+    void done() override { real_->done(); }
+
+   private:
+    const FailingFiles& files_;
+    std::unique_ptr<Replacement> real_;
+  };
+
+  class Output final : public OutputFile {
+   public:
+    Output(const FailingFiles& files, std::unique_ptr<OutputFile> real) : files_(files), real_(std::move(real)) {}
     std::uint64_t size() const override { return real_->size(); }
     void write(std::uint64_t position, ByteView bytes) override {
-      if (files_.step_ == write_step) real_->write(position, bytes.first(bytes.size() / 2));
-      files_.fail_at(write_step);
+      if (files_.step_ == overwrite_step) real_->write(position, bytes.first(bytes.size() / 2));
+      files_.fail_at(overwrite_step);
       real_->write(position, bytes);
     }
     void resize(std::uint64_t size) override {
@@ -168,56 +191,62 @@ class FailingFiles final : public ForwardingFiles {
       files_.fail_at(flush_step);
       real_->flush();
     }
-    void commit() {
-      files_.fail_at(commit_step);
-      if constexpr (std::is_same_v<Interface, Replacement>) real_->commit();
-    }
 
    private:
     const FailingFiles& files_;
-    std::unique_ptr<Interface> real_;
+    std::unique_ptr<OutputFile> real_;
   };
 
   Step step_;
-  bool in_place_;
+  Way way_;
 };
 
 TEST(clsApi, FailureAtAnyStepLeavesTheEarlierFileWhole) {
   using enum FailingFiles::Step;
-  for (const auto step : {replace_step, write_step, flush_step, commit_step}) {
+  using enum FailingFiles::Way;
+  const struct {
+    FailingFiles::Step step;
+    FailingFiles::Way way;
+  } cases[] = {{replace_step, replaced},
+               {write_step, replaced},
+               {commit_step, replaced},
+               {overwrite_step, refused},
+               {overwrite_step, nothing_beside}};
+  for (const auto& [step, way] : cases) {
     const TemporaryFolder folder;
     const String name = folder.write("text.txt", "earlier");
-    const FailingFiles files(step, false);
-    EXPECT_FALSE(api_on(files).apiSaveFile(name, u"a text that is longer than the earlier one"));
-    EXPECT_EQ(folder.read("text.txt"), "earlier") << step;
-    EXPECT_FALSE(api_on(files).apiSaveFile(folder.name_of("new.txt"), u"text"));
-    EXPECT_EQ(files_in(folder), 1u) << step;
+    EXPECT_FALSE(api_on(FailingFiles(step, way)).apiSaveFile(name, u"a text that is longer than the earlier one"));
+    EXPECT_EQ(folder.read("text.txt"), "earlier") << step << way;
+    EXPECT_EQ(files_in(folder), 1u) << step << way;
   }
 }
 
-TEST(clsApi, WritesInPlaceWhereNothingCanBePutBeside) {
+TEST(clsApi, WritesInPlaceWhereTheReplacementIsRefused) {
   using enum FailingFiles::Step;
-  const TemporaryFolder folder;
-  const String name = folder.write("text.txt", "earlier");
-  const FailingFiles files(nothing, true);
-  for (const StringView text : {u"a text that is longer", u"short", u"longer again, by far", u""}) {
-    EXPECT_TRUE(api_on(files).apiSaveFile(name, text));
-    EXPECT_EQ(api().ApiReadFile(name), String(text) + u"\r\n");
+  using enum FailingFiles::Way;
+  for (const auto way : {refused, nothing_beside}) {
+    const TemporaryFolder folder;
+    const String name = folder.write("text.txt", "earlier");
+    const String longest(50'000, u'l');
+    for (const StringView text :
+         {StringView(u"a text that is longer"), StringView(u"short"), StringView(longest), StringView(u"")}) {
+      EXPECT_TRUE(api_on(FailingFiles(nothing, way)).apiSaveFile(name, text));
+      EXPECT_EQ(api().ApiReadFile(name), String(text) + u"\r\n");
+      EXPECT_EQ(files_in(folder), 1u);
+    }
+    for (const auto step : {overwrite_step, resize_step, flush_step}) {
+      EXPECT_FALSE(api_on(FailingFiles(step, way)).apiSaveFile(name, u""));
+      EXPECT_EQ(folder.read("text.txt.saving~"), way == refused ? "\r\n" : "") << "the new text stays beside";
+      EXPECT_TRUE(api().apiSaveFile(name, u"text"));
+      EXPECT_EQ(files_in(folder), 1u);
+    }
   }
-  EXPECT_FALSE(api_on(files).apiSaveFile(folder.name_of("new.txt"), u"text"));
-
-  folder.write("text.txt", "earlier");
-  const FailingFiles full(write_step, true);
-  EXPECT_FALSE(api_on(full).apiSaveFile(name, u"a text that is longer, so that the disk is full"));
-  EXPECT_EQ(folder.read("text.txt"), "earlier");
-  EXPECT_FALSE(api_on(FailingFiles(flush_step, true)).apiSaveFile(name, u"text"));
-  EXPECT_FALSE(api_on(FailingFiles(resize_step, true)).apiSaveFile(name, u"text"));
 }
 
 TEST(clsApi, LeavesNoHandleOpen) {
   const TemporaryFolder folder;
   const String name = folder.name_of("text.txt");
-  const FailingFiles failing(FailingFiles::Step::commit_step, false);
+  const FailingFiles failing(FailingFiles::Step::commit_step, FailingFiles::Way::replaced);
   const auto round = [&] {
     api().apiSaveFile(name, u"A");
     api().ApiReadFile(name);

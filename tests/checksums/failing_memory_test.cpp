@@ -1,6 +1,8 @@
 // Whatever allocation fails, the files and the results are right.
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "base/single_byte_code_page.h"
 #include "checksums/clsApi.h"
 #include "checksums/clsCRC.h"
@@ -21,6 +23,7 @@ TEST(FailingMemory, SavesAllOrNothing) {
               const String name = folder.write("text.txt", "earlier");
               const bool saved = failure.during([&] { return api.apiSaveFile(name, text); });
               EXPECT_TRUE(saved || failure.happened());
+              EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 1) << "nothing is left";
               EXPECT_EQ(folder.read("text.txt"), saved ? std::string(20'000, 'n') + "\r\n" : "earlier");
             }),
             0u);
