@@ -33,18 +33,6 @@ class WebEncryptionObject final : public DispatchObject<IclsWebEncryption> {
   }
 
  private:
-  /// Runs a member that changes its text argument. The caller's variable changes only when the member succeeds.
-  template <class Action>
-  HRESULT change(BSTR* text, BSTR* result, Action action) {
-    return answer(result, [&] {
-      if (!text) throw ComError(E_POINTER);
-      String value(view(*text));
-      const String answered = action(value);
-      assign(text, value);
-      return answered;
-    });
-  }
-
   clsWebEncryption web_;
 };
 

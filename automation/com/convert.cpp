@@ -14,11 +14,6 @@ BSTR to_bstr(StringView text) {
   return copy;
 }
 
-void assign(BSTR* variable, StringView text) {
-  const BSTR copy = to_bstr(text);
-  ::SysFreeString(std::exchange(*variable, copy));
-}
-
 VARIANT to_variant(const Variant& value) {
   VARIANT out;
   ::VariantInit(&out);
@@ -45,8 +40,10 @@ bool refers_to_something(const VARIANT& value) {
 
 Variant from_variant(const VARIANT& value) {
   OwnedVariant plain;
-  if (!refers_to_something(value) || FAILED(::VariantCopyInd(plain.get(), const_cast<VARIANT*>(&value))))
-    throw RuntimeError(StandardError::type_mismatch);
+  if (!refers_to_something(value)) throw RuntimeError(StandardError::type_mismatch);
+  const HRESULT copied = ::VariantCopyInd(plain.get(), const_cast<VARIANT*>(&value));
+  if (copied == E_OUTOFMEMORY) throw std::bad_alloc();
+  if (FAILED(copied)) throw RuntimeError(StandardError::type_mismatch);
   switch (plain->vt) {
     case VT_EMPTY:
       return {};

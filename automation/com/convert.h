@@ -18,9 +18,6 @@ inline StringView view(BSTR text) {
 /// A new BSTR, which the caller frees.
 BSTR to_bstr(StringView text);
 
-/// Replaces the text of a caller's variable.
-void assign(BSTR* variable, StringView text);
-
 /// The automation boolean: -1 or 0.
 inline VARIANT_BOOL to_boolean(bool value) {
   return value ? VARIANT_TRUE : VARIANT_FALSE;

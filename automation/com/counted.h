@@ -2,6 +2,7 @@
 #pragma once
 
 #include <atomic>
+#include <exception>
 #include <new>
 #include <utility>
 
@@ -34,11 +35,13 @@ class Counted : public Interfaces... {
   std::atomic<ULONG> references_ = 1;
 };
 
-/// Creates an Object and asks it for `iid`. It is gone again when it does not answer.
+/// Creates an Object and asks it for `iid`. It is gone again when it does not answer. What the run-time library
+/// allocates for exceptions in each thread it takes for granted; it does so here, not when memory has run out.
 template <class Object, class... Arguments>
 HRESULT create_object(REFIID iid, void** object, Arguments&&... arguments) noexcept {
   if (!object) return E_POINTER;
   *object = nullptr;
+  static_cast<void>(std::uncaught_exceptions());
   return guarded(iid, L"Tornby", [&] {
     const auto created = ComPtr<Object>::adopt(new Object(std::forward<Arguments>(arguments)...));
     check(created->QueryInterface(iid, object));

@@ -96,6 +96,19 @@ class DispatchObject : public Counted<Interface, ISupportErrorInfo, IProvideClas
     return act([&] { put(result, action()); });
   }
 
+  /// Runs a member that changes a text of the caller's and returns another. Both arrive, or neither.
+  template <class Action>
+  HRESULT change(BSTR* text, BSTR* result, Action&& action) noexcept {
+    if (!text || !result) return E_POINTER;
+    *result = nullptr;
+    return act([&] {
+      String value(view(*text));
+      OwnedVariant answered(to_variant(action(value)));
+      ::SysFreeString(std::exchange(*text, to_bstr(value)));
+      *result = answered.detach().bstrVal;
+    });
+  }
+
  private:
   const wchar_t* source_;
   const CLSID& clsid_;

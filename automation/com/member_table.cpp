@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "automation/com/error_edge.h"
+#include "automation/com/lock.h"
 #include "automation/server/module.h"
 
 namespace tornby::automation {
@@ -200,13 +201,13 @@ HRESULT MemberTable::find(LPOLESTR* names, UINT count, DISPID* ids) const {
 namespace {
 
 /// A plain pointer: when the process ends, COM may be gone before this module's data.
-std::mutex tables_mutex;
+Lock tables_lock;
 std::vector<std::shared_ptr<const MemberTable>>* tables = nullptr;
 
 }  // namespace
 
 std::shared_ptr<const MemberTable> member_table(REFIID interface_id) {
-  const std::lock_guard lock(tables_mutex);
+  const std::lock_guard lock(tables_lock);
   if (!tables) tables = new std::vector<std::shared_ptr<const MemberTable>>;
   for (const auto& table : *tables)
     if (table->interface_id() == interface_id) return table;
@@ -214,7 +215,7 @@ std::shared_ptr<const MemberTable> member_table(REFIID interface_id) {
 }
 
 void forget_member_tables() {
-  const std::lock_guard lock(tables_mutex);
+  const std::lock_guard lock(tables_lock);
   delete std::exchange(tables, nullptr);
 }
 

@@ -5,6 +5,7 @@
 #include "automation/server/class_factory.h"
 #include "automation/server/module.h"
 #include "automation/server/registration.h"
+#include "automation/server/run_time.h"
 
 using namespace tornby::automation;
 
@@ -46,6 +47,7 @@ STDAPI DllGetClassObject(REFCLSID clsid, REFIID iid, void** factory) {
   *factory = nullptr;
   if (!processor_suits()) return processor_too_old;
   const ClassEntry* entry = nullptr;
+  prepare_run_time();
   const HRESULT result = guarded(IID_NULL, source, [&] { entry = find_class(clsid); });
   if (FAILED(result)) return result;
   return entry ? create_class_factory(*entry, iid, factory) : CLASS_E_CLASSNOTAVAILABLE;

@@ -4,6 +4,7 @@
 #include <mutex>
 
 #include "automation/com/error_edge.h"
+#include "automation/com/lock.h"
 #include "automation/com/member_table.h"
 
 extern "C" IMAGE_DOS_HEADER __ImageBase;  // the linker's name for the start of this module
@@ -14,7 +15,7 @@ namespace {
 std::atomic<long> references = 0;
 
 /// The type library of the moment. A plain pointer: when the process ends, COM may be gone before this module's data.
-std::mutex library_mutex;
+Lock library_lock;
 ITypeLib* library = nullptr;
 
 }  // namespace
@@ -34,7 +35,7 @@ std::wstring module_path() {
 }
 
 ComPtr<ITypeLib> load_type_library() {
-  const std::lock_guard lock(library_mutex);
+  const std::lock_guard lock(library_lock);
   if (!library) check(::LoadTypeLibEx(module_path().c_str(), REGKIND_NONE, &library));
   return ComPtr<ITypeLib>(library);
 }
@@ -49,7 +50,7 @@ void release_module_reference() {
 bool may_unload() {
   if (references != 0) return false;
   forget_member_tables();
-  const std::lock_guard lock(library_mutex);
+  const std::lock_guard lock(library_lock);
   ComPtr<ITypeLib>::adopt(std::exchange(library, nullptr));
   return true;
 }

@@ -11,12 +11,12 @@ class PathObject final : public DispatchObject<IPathClass> {
   PathObject() : DispatchObject(L"Tornby.PathClass", CLSID_PathClass) {}
 
   STDMETHODIMP RGGetKeyValue(LONG* root_key, BSTR subkey, BSTR value_name, VARIANT* result) override {
-    if (!root_key) return E_POINTER;
-    return answer(result, [&] {
+    if (!root_key || !result) return E_POINTER;
+    ::VariantInit(result);
+    return act([&] {
       std::int32_t root = *root_key;
-      Variant value = paths_.RGGetKeyValue(root, view(subkey), view(value_name));
+      *result = to_variant(paths_.RGGetKeyValue(root, view(subkey), view(value_name)));
       *root_key = root;
-      return value;
     });
   }
   STDMETHODIMP get_ApplicationData(VARIANT* result) override {
@@ -92,13 +92,7 @@ class PathObject final : public DispatchObject<IPathClass> {
     return answer(result, [&] { return paths_.WindowsSysDir(); });
   }
   STDMETHODIMP ProcessPath(BSTR* path, VARIANT_BOOL expand, BSTR* result) override {
-    if (!path) return E_POINTER;
-    return answer(result, [&] {
-      String changed(view(*path));
-      String returned = paths_.ProcessPath(changed, from_boolean(expand));
-      assign(path, changed);
-      return returned;
-    });
+    return change(path, result, [&](String& value) { return paths_.ProcessPath(value, from_boolean(expand)); });
   }
   STDMETHODIMP get_TemporaryFolder(BSTR* result) override {
     return answer(result, [&] { return paths_.TemporaryFolder(); });

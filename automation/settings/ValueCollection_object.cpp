@@ -68,7 +68,15 @@ class ValueCollectionObject final : public DispatchObject<IValueCollection> {
     return act([&] { values_.Sort(order); });
   }
   STDMETHODIMP Add(BSTR key, BSTR value, IPropertyClass** result) override {
-    return answer(result, [&] { return object_of(values_.Add(view(key), view(value)), objects_); });
+    return answer(result, [&] {
+      const auto pair = values_.Add(view(key), view(value));
+      try {
+        return object_of(pair, objects_);
+      } catch (...) {
+        values_.Remove(values_.Count());  // a caller who hears of a failure finds nothing added
+        throw;
+      }
+    });
   }
   STDMETHODIMP Item(VARIANT index, IPropertyClass** result) override {
     return answer(result, [&] { return object_of(values_.Item(index_of(index)), objects_); });

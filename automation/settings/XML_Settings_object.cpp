@@ -58,12 +58,8 @@ class SettingsObject final : public EventObject<IXML_Settings, DXML_SettingsEven
     return act([&] { settings_.SaveSetting(view(group), view(key), view(value)); });
   }
   STDMETHODIMP AddNewValue(BSTR group, BSTR key, BSTR value, BSTR* block, BSTR* result) override {
-    if (!block) return E_POINTER;
-    return answer(result, [&] {
-      String changed(view(*block));
-      String whole = tornby::XML_Settings::AddNewValue(view(group), view(key), view(value), changed);
-      assign(block, changed);
-      return whole;
+    return change(block, result, [&](String& content) {
+      return tornby::XML_Settings::AddNewValue(view(group), view(key), view(value), content);
     });
   }
   STDMETHODIMP SplitBlock(BSTR text, IValueCollection** result) override {
