@@ -23,7 +23,7 @@ String upper(StringView text) {
 
 bool equal_ignoring_case(StringView a, StringView b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [](char16_t x, char16_t y) { return upper(x) == upper(y); });
+                    [](char16_t x, char16_t y) { return x == y || upper(x) == upper(y); });
 }
 
 }  // namespace tornby

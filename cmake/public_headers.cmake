@@ -4,6 +4,7 @@ set(public_headers
   base/ansi_code_page.h
   base/event.h
   base/hashing.h
+  base/key_index.h
   base/letter_case.h
   base/ordered_collection.h
   base/runtime_error.h

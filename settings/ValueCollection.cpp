@@ -3,40 +3,37 @@
 namespace tornby {
 namespace {
 
-/// Calls `action` with a position or a key; not at all for an empty index.
+/// The result of `action` with a position or a key; nothing for an empty index.
 template <class Action>
-void with_index(const Variant& index, Action action) {
-  if (const auto* key = std::get_if<String>(&index))
-    action(StringView(*key));
-  else if (!is_empty(index))
-    action(std::int64_t{to_int32(index)});
+auto with_index(const Variant& index, Action action) {
+  if (const auto* key = std::get_if<String>(&index)) return action(StringView(*key));
+  return is_empty(index) ? decltype(action(std::int64_t{})){} : action(std::int64_t{to_int32(index)});
 }
 
 }  // namespace
 
+void PropertyClass::Key(StringView value) {
+  if (in_collection_ && !key_in_collection_) key_in_collection_ = std::make_unique<const String>(key_);
+  key_ = value;
+}
+
 ValueCollection::Pair ValueCollection::Add(StringView key, StringView value) {
-  auto pair = std::make_shared<PropertyClass>();
-  pair->Key(key);
-  pair->Value(value);
+  auto pair = std::make_shared<PropertyClass>(key, value);
   if (key.empty()) {
     pairs_.add(pair);
   } else {
-    if (pairs_.find(key)) return nullptr;
-    pairs_.add(pair, key);
+    pair->in_collection_ = true;
+    if (!pairs_.try_add_with_key(pair)) return nullptr;
   }
   return pair;
 }
 
-ValueCollection::Pair ValueCollection::Item(const Variant& index) const {
-  Pair found;
-  with_index(index, [&](auto where) {
-    if (const Pair* pair = pairs_.find(where)) found = *pair;
-  });
-  return found;
+const ValueCollection::Pair* ValueCollection::find(const Variant& index) const {
+  return with_index(index, [this](auto where) { return pairs_.find(where); });
 }
 
 void ValueCollection::Remove(const Variant& index) {
-  with_index(index, [this](auto where) { pairs_.remove(where); });
+  with_index(index, [this](auto where) { return pairs_.remove(where); });
 }
 
 bool ValueCollection::Exist(StringView key) const {

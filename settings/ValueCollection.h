@@ -10,19 +10,36 @@
 
 namespace tornby {
 
-/// One pair: two texts, at first empty, stored without any check.
+/// One pair: two texts, at first empty, stored without any check. Not to be copied: pairs are shared.
 class PropertyClass {
  public:
+  PropertyClass() = default;
+  PropertyClass(const PropertyClass&) = delete;
+  PropertyClass& operator=(const PropertyClass&) = delete;
+  PropertyClass(StringView key, StringView value) : key_(key), value_(value) {}
+
   const String& Value() const { return value_; }
   void Value(StringView value) { value_ = value; }
 
   const String& Key() const { return key_; }
   /// The pair's own name. A collection that holds the pair keeps finding it under the key that it was added with.
-  void Key(StringView value) { key_ = value; }
+  void Key(StringView value);
 
  private:
+  friend class ValueCollection;
+  friend struct KeyOf<std::shared_ptr<PropertyClass>>;
+
   String key_;
   String value_;
+  std::unique_ptr<const String> key_in_collection_;  // once `key_` is another
+  bool in_collection_ = false;
+};
+
+template <>
+struct KeyOf<std::shared_ptr<PropertyClass>> {
+  static StringView key(const std::shared_ptr<PropertyClass>& pair) {
+    return pair->key_in_collection_ ? *pair->key_in_collection_ : pair->key_;
+  }
 };
 
 /// Pairs in the order of adding. They are shared objects: one that a caller holds outlives its removal, and a change
@@ -50,7 +67,11 @@ class ValueCollection {
   Pair Add(StringView key, StringView value);
 
   /// The pair at that position or with that key; null when there is none.
-  Pair Item(const Variant& index) const;
+  Pair Item(const Variant& index) const {
+    const auto* position = std::get_if<std::int32_t>(&index);
+    const Pair* found = position ? pairs_.find(std::int64_t{*position}) : find(index);
+    return found ? *found : nullptr;
+  }
 
   std::int32_t Count() const { return static_cast<std::int32_t>(pairs_.size()); }
 
@@ -67,6 +88,8 @@ class ValueCollection {
   bool Exist(StringView key) const;
 
  private:
+  const Pair* find(const Variant& index) const;
+
   Pairs pairs_;
   bool display_error_ = true;
 };

@@ -80,7 +80,7 @@ StringCollection top_level_tags(StringView text) {
     if (!text.substr(place).starts_with(closing))
       place = find_text(text, closing, end);  // another text has the same hash
     if (place == StringView::npos) continue;
-    tags.add(String(tag), tag);
+    tags.add_with_key(String(tag));
     from = place + 1;
   }
   return tags;

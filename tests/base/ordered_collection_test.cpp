@@ -12,11 +12,34 @@ namespace {
 
 using testing::raised_number;
 
+/// A number, and its key where the collection is to have one.
+struct Item {
+  int value = 0;
+  String key;
+
+  bool operator==(int other) const { return value == other; }
+  bool operator>(int other) const { return value > other; }
+};
+using Items = OrderedCollection<Item>;
+
+void add(Items& items, int value, StringView key) {
+  items.add_with_key({value, String(key)});
+}
+
+}  // namespace
+
+template <>
+struct KeyOf<Item> {
+  static StringView key(const Item& item) { return item.key; }
+};
+
+namespace {
+
 TEST(OrderedCollection, ReportsWhatIsMissingAndWhatIsDouble) {
-  OrderedCollection<int> items;
-  items.add(10, u"Key");
-  items.add(20);
-  EXPECT_EQ(raised_number([&] { items.add(30, u"kEY"); }), 457);
+  Items items;
+  add(items, 10, u"Key");
+  items.add({20, {}});
+  EXPECT_EQ(raised_number([&] { add(items, 30, u"kEY"); }), 457);
   EXPECT_EQ(items.size(), 2u);
   EXPECT_EQ(items.at(2), 20);
   EXPECT_EQ(items.at(u"KEY"), 10);
@@ -26,8 +49,8 @@ TEST(OrderedCollection, ReportsWhatIsMissingAndWhatIsDouble) {
   }
   EXPECT_EQ(raised_number([&] { items.at(u""); }), 5);
   EXPECT_TRUE(items.remove(u"key"));
-  items.add(40, u"KEY");
-  OrderedCollection<int> moved = std::move(items);
+  add(items, 40, u"KEY");
+  Items moved = std::move(items);
   EXPECT_EQ(moved.at(u"key"), 40);
   EXPECT_TRUE(moved.remove(u"key"));
   EXPECT_EQ(moved.at(1), 20);
@@ -36,10 +59,6 @@ TEST(OrderedCollection, ReportsWhatIsMissingAndWhatIsDouble) {
 /// The same list, kept in the plainest way.
 class PlainList {
  public:
-  struct Item {
-    int value;
-    String key;
-  };
   std::vector<Item> items;
 
   auto with_key(const String& key) {
@@ -51,7 +70,7 @@ TEST(OrderedCollection, AgreesWithAPlainList) {
   for (unsigned seed = 1; seed <= testing::scaled(200); ++seed) {
     SCOPED_TRACE(seed);
     std::mt19937 dice(seed);
-    OrderedCollection<int> items;
+    Items items;
     PlainList plain;
     const auto growth = static_cast<unsigned>(1 + dice() % 6);
     for (int step = 0; step < 400; ++step) {
@@ -61,10 +80,10 @@ TEST(OrderedCollection, AgreesWithAPlainList) {
       const auto found = plain.with_key(key);
       const auto action = static_cast<unsigned>(dice() % 8);
       if (action < growth && found == plain.items.end()) {
-        items.add(step, key);
+        add(items, step, key);
         plain.items.push_back({step, key});
       } else if (action < growth) {
-        items.add(step);
+        items.add({step, {}});
         plain.items.push_back({step, u""});
       } else if (action == 7) {
         EXPECT_EQ(items.remove(key), found != plain.items.end());
@@ -75,7 +94,7 @@ TEST(OrderedCollection, AgreesWithAPlainList) {
       }
       ASSERT_EQ(items.size(), plain.items.size());
       std::int64_t at = 0;
-      for (const int item : items) ASSERT_EQ(item, plain.items[static_cast<std::size_t>(at++)].value);
+      for (const Item& item : items) ASSERT_EQ(item, plain.items[static_cast<std::size_t>(at++)].value);
       ASSERT_EQ(static_cast<std::size_t>(at), plain.items.size());
       for (at = 1; at <= static_cast<std::int64_t>(plain.items.size()); ++at)
         ASSERT_EQ(items.at(at), plain.items[static_cast<std::size_t>(at - 1)].value);
@@ -114,9 +133,9 @@ TEST(OrderedCollection, WalksMeetEachRemainingItemOnce) {
 
 // Each of these would take minutes if it took a step for every item, or for every removed one.
 TEST(OrderedCollection, StaysQuickWhenLargeAndFullOfGaps) {
-  OrderedCollection<int> items;
+  Items items;
   constexpr int many = testing::scaled(200000);
-  for (int i = 0; i < many; ++i) items.add(i, widen(std::to_string(i)));
+  for (int i = 0; i < many; ++i) add(items, i, widen(std::to_string(i)));
   for (int i = 0; i < many / 3; ++i) {
     EXPECT_EQ(*items.begin(), 2 * i);
     items.remove(1);
