@@ -10,6 +10,7 @@ if(NOT TARGET GTest::gtest)
       "${TORNBY_GOOGLETEST_SOURCE}. Install it (tools/setup test, or Debian's package googletest), name its sources with "
       "-DTORNBY_GOOGLETEST_SOURCE=FOLDER, or do without the tests: -DTORNBY_TESTS=OFF.")
   endif()
+  set(BUILD_GMOCK OFF CACHE BOOL "" FORCE)
   set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
   add_subdirectory(${TORNBY_GOOGLETEST_SOURCE} ${PROJECT_BINARY_DIR}/googletest EXCLUDE_FROM_ALL SYSTEM)
 endif()

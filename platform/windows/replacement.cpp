@@ -296,6 +296,9 @@ std::unique_ptr<Replacement> start_replacement(const std::wstring& name) {
 }
 
 void set_aside(const std::wstring& name) {
+  const DWORD attributes = ::GetFileAttributesW(name.c_str());
+  if (attributes != INVALID_FILE_ATTRIBUTES && attributes & FILE_ATTRIBUTE_DIRECTORY)
+    throw file_error(ERROR_ACCESS_DENIED);
   constexpr int most = 1000;
   for (int number = 1; number <= most; ++number) {
     if (::MoveFileExW(name.c_str(), name_beside(name, L".unread~", number).c_str(), 0)) return;

@@ -9,7 +9,6 @@ namespace {
 
 using testing::FixedPicture;
 using testing::Log;
-using testing::MemoryBag;
 using testing::RecordingHost;
 
 constexpr Color link = 0xD54600;
@@ -33,69 +32,6 @@ struct LinkOnHost {
   }
   void move(double x, double y, std::int16_t held = 0) { control.mouse_move(Part::surface, held, {x, y}); }
 };
-
-TEST(kelHyperLabel, WritesTellTheHostExceptForTheCaption) {
-  struct Case {
-    const char* change;
-    void (*write)(kelHyperLabel&);
-  };
-  const Case cases[] = {
-      {"UseDynamicHeight", [](kelHyperLabel& c) { c.UseDynamicHeight(true); }},
-      {"", [](kelHyperLabel& c) { c.Caption(u"x"); }},
-      {"BackColor", [](kelHyperLabel& c) { c.BackColor(7); }},
-      {"Font", [](kelHyperLabel& c) { c.Font({.size = 20}); }},
-      {"Alignment", [](kelHyperLabel& c) { c.Alignment(2); }},
-      {"ClickColor", [](kelHyperLabel& c) { c.ClickColor(7); }},
-      {"LinkColor", [](kelHyperLabel& c) { c.LinkColor(7); }},
-      {"HoverColor", [](kelHyperLabel& c) { c.HoverColor(7); }},
-      {"Picture", [](kelHyperLabel& c) { c.Picture(picture_of(100, 100)); }},
-  };
-  for (const Case& c : cases) {
-    LinkOnHost label;
-    c.write(label.control);
-    EXPECT_EQ(label.host.log, *c.change ? Log{"changed " + std::string(c.change)} : Log()) << c.change;
-  }
-}
-
-TEST(kelHyperLabel, ReadsAndWritesInDifferentOrders) {
-  LinkOnHost label;
-  MemoryBag bag;
-  bag.values = {{u"Caption", String(u"c")},    {u"BackColor", Color{1}},
-                {u"Font", Font{.name = u"F"}}, {u"Alignment", std::int16_t{2}},
-                {u"ClickColor", Color{2}},     {u"LinkColor", Color{3}},
-                {u"HoverColor", Color{4}},     {u"Picture", picture_of(1270, 635)},
-                {u"UseDynamicHeight", true}};
-  label.control.ReadProperties(bag);
-  EXPECT_EQ(bag.read_order, (Log{"Caption", "BackColor", "Font", "Alignment", "ClickColor", "LinkColor", "HoverColor",
-                                 "Picture", "UseDynamicHeight"}));
-  EXPECT_EQ(label.host.take(), Log());
-  EXPECT_EQ(label.host.picture->shown, label.control.Picture());
-  EXPECT_TRUE(label.host.picture->visible());
-  EXPECT_TRUE(label.host.label->auto_size());
-  EXPECT_TRUE(label.host.label->word_wrap());
-  MemoryBag copy;
-  label.control.WriteProperties(copy);
-  EXPECT_EQ(copy.written, (Log{"Caption", "BackColor", "Font", "Alignment", "ClickColor", "UseDynamicHeight",
-                               "LinkColor", "HoverColor", "Picture"}));
-  EXPECT_TRUE(copy.values == bag.values);
-}
-
-TEST(kelHyperLabel, MissingValuesReadAsDefaultsThatAreNotStored) {
-  LinkOnHost label;
-  MemoryBag bag;
-  label.control.ReadProperties(bag);
-  EXPECT_EQ(label.control.Caption(), u"Link7");
-  EXPECT_EQ(label.control.Font(), label.host.ambient);
-  EXPECT_EQ(label.control.LinkColor(), link);
-  label.control.WriteProperties(bag);
-  EXPECT_EQ(bag.written, Log{"LinkColor"});  // the one default that differs in writing
-  label.control.LinkColor(0x008000);
-  MemoryBag green;
-  label.control.WriteProperties(green);
-  EXPECT_EQ(green.written, Log());
-  label.control.ReadProperties(green);
-  EXPECT_EQ(label.control.LinkColor(), link);
-}
 
 TEST(kelHyperLabel, PlaceholderCaptionTurnsIntoTheControlsName) {
   const std::pair<StringView, StringView> cases[] = {{u"HyperLabel", u"Link7"},

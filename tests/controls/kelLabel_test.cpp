@@ -8,13 +8,8 @@ namespace tornby {
 namespace {
 
 using testing::Log;
-using testing::MemoryBag;
 using testing::RecordingElement;
 using testing::RecordingHost;
-
-const Log all_in_order = {"BackColor", "Caption",           "Font",      "ForeColor",
-                          "Enabled",   "OverrideAutoAlign", "Alignment", "DisplayRubberBand",
-                          "AutoSize",  "VerticalAlignment", "WordWrap",  "UseBorderLines"};
 
 struct LabelOnHost {
   RecordingHost host;
@@ -26,80 +21,6 @@ struct LabelOnHost {
     control.MouseUp = [this](std::int16_t& button) { host.note("MouseUp " + std::to_string(button)); };
   }
 };
-
-TEST(kelLabel, WritesTellTheHostAndLayOutWhereTheyShould) {
-  const Log frame = {"clear", "frame 0,0,100,40"};
-  const Log none;
-  struct Case {
-    const char* name;
-    void (*write)(kelLabel&);
-    Log after;
-  };
-  const Case cases[] = {
-      {"BackColor", [](kelLabel& c) { c.BackColor(7); }, frame},
-      {"Caption", [](kelLabel& c) { c.Caption(u"x"); }, frame},
-      {"Font", [](kelLabel& c) { c.Font({.size = 20}); }, none},
-      {"ForeColor", [](kelLabel& c) { c.ForeColor(7); }, none},
-      {"Enabled", [](kelLabel& c) { c.Enabled(false); }, frame},
-      {"OverrideAutoAlign", [](kelLabel& c) { c.OverrideAutoAlign(true); }, none},
-      {"Alignment", [](kelLabel& c) { c.Alignment(2); }, none},
-      {"DisplayRubberBand", [](kelLabel& c) { c.DisplayRubberBand(false); }, {"clear"}},
-      {"AutoSize", [](kelLabel& c) { c.AutoSize(false); }, frame},
-      {"VerticalAlignment", [](kelLabel& c) { c.VerticalAlignment(2); }, frame},
-      {"WordWrap", [](kelLabel& c) { c.WordWrap(true); }, none},
-      {"UseBorderLines", [](kelLabel& c) { c.UseBorderLines(true); }, {"border 1"}},
-  };
-  for (const Case& c : cases) {
-    LabelOnHost label;
-    c.write(label.control);
-    Log expected = {"changed " + std::string(c.name)};
-    expected.insert(expected.end(), c.after.begin(), c.after.end());
-    EXPECT_EQ(label.host.log, expected) << c.name;
-    // Every written value comes back, here and from a bag.
-    MemoryBag bag;
-    label.control.WriteProperties(bag);
-    EXPECT_TRUE(bag.values.contains(String(c.name, c.name + std::string(c.name).size()))) << c.name;
-    RecordingHost other_host;
-    kelLabel other(other_host);
-    other.ReadProperties(bag);
-    MemoryBag again;
-    other.WriteProperties(again);
-    EXPECT_TRUE(bag.values == again.values) << c.name;
-  }
-}
-
-TEST(kelLabel, StoresWhatDiffersFromTheDefaults) {
-  for (const bool rubber_band : {true, false}) {
-    LabelOnHost label;
-    label.control.DisplayRubberBand(rubber_band);
-    MemoryBag bag;
-    label.control.WriteProperties(bag);
-    EXPECT_EQ(bag.written, Log{"DisplayRubberBand"});
-    label.control.DisplayRubberBand(!rubber_band);
-    label.control.ReadProperties(bag);
-    EXPECT_EQ(label.control.DisplayRubberBand(), rubber_band);
-    EXPECT_EQ(bag.read_order, all_in_order);
-  }
-  LabelOnHost label;
-  label.control.DisplayRubberBand(false);
-  label.control.ReadProperties(MemoryBag());
-  EXPECT_TRUE(label.control.DisplayRubberBand());
-}
-
-TEST(kelLabel, StoresEverythingInOrder) {
-  LabelOnHost label;
-  MemoryBag bag;
-  bag.values = {{u"BackColor", Color{1}},        {u"Caption", String(u"c")},    {u"Font", Font{.name = u"F"}},
-                {u"ForeColor", Color{2}},        {u"Enabled", false},           {u"OverrideAutoAlign", true},
-                {u"Alignment", std::int16_t{2}}, {u"DisplayRubberBand", false}, {u"AutoSize", false},
-                {u"VerticalAlignment", 2},       {u"WordWrap", true},           {u"UseBorderLines", true}};
-  label.control.ReadProperties(bag);
-  EXPECT_EQ(label.host.take(), Log{"border 1"});
-  MemoryBag copy;
-  label.control.WriteProperties(copy);
-  EXPECT_EQ(copy.written, all_in_order);
-  EXPECT_TRUE(copy.values == bag.values);
-}
 
 TEST(kelLabel, FitsItselfToItsText) {
   LabelOnHost label;

@@ -1,6 +1,5 @@
 #include "settings/XML_Settings.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -15,11 +14,12 @@
 namespace tornby {
 namespace {
 
-using ::testing::ElementsAre;
 using testing::raised_number;
 
-std::vector<String> texts(const StringCollection& items) {
-  std::vector<String> result;
+using Texts = std::vector<String>;
+
+Texts texts(const StringCollection& items) {
+  Texts result;
   for (const String& item : items) result.push_back(item);
   return result;
 }
@@ -88,16 +88,16 @@ TEST(XML_Settings, KeepsTheListOfRecentFiles) {
   settings.FileName(folder.name_of("recent.txt"));
   EXPECT_TRUE(settings.ExtractRecent().empty());
   settings.InsertGroup(u"RECENTFILES", u"");
-  EXPECT_THAT(settings.ExtractRecent(), ElementsAre(u""));
+  EXPECT_EQ(settings.ExtractRecent(), (Texts{u""}));
   for (const StringView path : {u"C:\\a.txt", u"C:\\b.txt", u"c:\\A.TXT", u"C:\\a.txt"}) settings.UpdateRecent(path);
-  EXPECT_THAT(settings.ExtractRecent(), ElementsAre(u"C:\\a.txt", u"c:\\A.TXT", u"C:\\b.txt"));
+  EXPECT_EQ(settings.ExtractRecent(), (Texts{u"C:\\a.txt", u"c:\\A.TXT", u"C:\\b.txt"}));
   EXPECT_EQ(folder.read("recent.txt"),
             "<RECENTFILES>\r\n<FILE>C:\\a.txt</FILE>\r\n<FILE>c:\\A.TXT</FILE>\r\n<FILE>C:\\b.txt</FILE>\r\n"
             "</RECENTFILES>\r\n");
 
   settings.SetContents(u"<RECENTFILES><FILE>old</FILE></RECENTFILES>");
   settings.UpdateRecent(StringView(settings.GetContents()).substr(19, 3));  // a part of the document itself
-  EXPECT_THAT(settings.ExtractRecent(), ElementsAre(u"old"));
+  EXPECT_EQ(settings.ExtractRecent(), (Texts{u"old"}));
 }
 
 TEST(XML_Settings, SearchesAreOfTheStatedKind) {
@@ -108,12 +108,12 @@ TEST(XML_Settings, SearchesAreOfTheStatedKind) {
   EXPECT_EQ(settings.GetStructure(u"B", true), u"Y");  // from an upper-case copy
   EXPECT_EQ(settings.GetBlock(u"B", true), u"");       // one character has no two ends to lose
   EXPECT_EQ(settings.GetNodeValue(u"<b>"), u"y");
-  EXPECT_THAT(texts(settings.FindNodes()), ElementsAre(u"<A>", u"<b>"));
+  EXPECT_EQ(texts(settings.FindNodes()), (Texts{u"<A>", u"<b>"}));
   EXPECT_EQ(*settings.FindNodes().find(u"<B>"), u"<b>");
 
   settings.SetContents(u" <x>1</x> <x>2</x>");
-  EXPECT_THAT(texts(settings.ExtractBlock2(u"x", false)), ElementsAre(u"1", u"2"));
-  EXPECT_THAT(texts(settings.ExtractBlock2(u"x", true)), ElementsAre(u"<x>1</x>", u"<x>2</x>"));
+  EXPECT_EQ(texts(settings.ExtractBlock2(u"x", false)), (Texts{u"1", u"2"}));
+  EXPECT_EQ(texts(settings.ExtractBlock2(u"x", true)), (Texts{u"<x>1</x>", u"<x>2</x>"}));
   EXPECT_TRUE(settings.ExtractBlock2(u"X", true).empty());
   settings.SetContents(u"<x>1</x>");
   EXPECT_EQ(raised_number([&] { settings.ExtractBlock2(u"x", true); }), 5);
@@ -162,8 +162,8 @@ TEST(XML_Settings, EventsReportAndSteerTheScan) {
     if (position == 34) position = 100;
     settings.SetContents(u"");  // the scan goes on
   };
-  EXPECT_THAT(texts(*settings.ExtractBlock(u"ABC")), ElementsAre(u"1", u"3"));
-  EXPECT_THAT(positions, ElementsAre(2, 16, 18, 19, 20, 21, 34));
+  EXPECT_EQ(texts(*settings.ExtractBlock(u"ABC")), (Texts{u"1", u"3"}));
+  EXPECT_EQ(positions, (std::vector<std::int32_t>{2, 16, 18, 19, 20, 21, 34}));
   EXPECT_EQ(settings.MaxElements(), 1000);
   EXPECT_EQ(settings.ExtractBlock(u"ABC"), nullptr);
 
@@ -178,7 +178,7 @@ TEST(XML_Settings, ShortNamesGiveTheWholeContent) {
     XML_Settings settings = holding(u"<" + tag + u"<X>1</X></" + tag);
     std::int32_t first = 99;
     settings.ProgressCurrent = [&](std::int32_t& position) { first = std::min(first, position); };
-    EXPECT_THAT(texts(*settings.ExtractBlock(name)), ElementsAre(u"<X>1</X>"));
+    EXPECT_EQ(texts(*settings.ExtractBlock(name)), (Texts{u"<X>1</X>"}));
     EXPECT_EQ(first, static_cast<std::int32_t>(name.size()) - 1);
   }
 }
@@ -193,7 +193,7 @@ TEST(XML_Settings, GroupsThatAreNeverClosed) {
   EXPECT_EQ(raised_number([&] { settings.ExtractBlock(u"GROUP"); }), 5);
   EXPECT_EQ(settings.GetContents(), text);
   EXPECT_EQ(settings.GetStructure(u"GROUP", true), u"");
-  EXPECT_THAT(texts(XML_Settings::SuperSplit(u"A", u"<A>1</A><A>2")), ElementsAre(u"<A>1</A>"));
+  EXPECT_EQ(texts(XML_Settings::SuperSplit(u"A", u"<A>1</A><A>2")), (Texts{u"<A>1</A>"}));
 }
 
 String repeated(StringView piece, unsigned count) {

@@ -49,6 +49,10 @@ TEST(UnreadFile, StaysWhereItIsWhenItCannotBeMoved) {
   settings.SetContents(u"x");
   settings.Save();
   EXPECT_EQ(folder.read("none.txt"), "x\r\n") << "nothing was there to be lost";
+  XML_Settings folders;
+  folders.FileName(folder.path().u16string());
+  folders.Save();
+  EXPECT_EQ(folder.read("a.txt"), "precious") << "a folder of that name stays";
 }
 
 }  // namespace

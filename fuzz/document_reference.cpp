@@ -1,4 +1,4 @@
-#include "settings/document_reference.h"
+#include "fuzz/document_reference.h"
 
 #include "base/letter_case.h"
 #include "base/runtime_error.h"

@@ -1,19 +1,15 @@
-// Random documents, most of them damaged, and random operations, held to the reference.
-#include <gtest/gtest.h>
+// Any operations on any document, most of them damaged, held to the slow reference; and any searches for tags.
+#include "settings/XML_Settings.h"
 
-#include <cstdlib>
 #include <memory>
-#include <random>
 #include <vector>
 
 #include "base/letter_case.h"
-#include "base/runtime_error.h"
-#include "settings/XML_Settings.h"
+#include "fuzz/document_reference.h"
+#include "fuzz/target.h"
 #include "settings/document/tag_finder.h"
-#include "settings/document_reference.h"
-#include "support/scale.h"
 
-namespace tornby {
+namespace tornby::fuzz {
 namespace {
 
 using testing::DocumentReference;
@@ -37,26 +33,18 @@ class Outcome {
     add(u"end");
   }
   bool operator==(const Outcome&) const = default;
-  friend void PrintTo(const Outcome& outcome, std::ostream* out) {
-    for (const char16_t unit : outcome.text_) {
-      if (unit == u'\r' || unit == u'\n')
-        *out << (unit == u'\r' ? "\\r" : "\\n");
-      else
-        *out << (unit < 0x80 ? static_cast<char>(unit) : '~');
-    }
-  }
 
  private:
   String text_;
 };
 
+/// Words, tags and texts, few and short, so that they meet.
 class Dice {
  public:
-  explicit Dice(unsigned seed) : engine_(seed) {}
-  unsigned below(unsigned count) { return static_cast<unsigned>(engine_() % count); }
-  bool one_in(unsigned count) { return below(count) == 0; }
+  explicit Dice(Input& input) : input_(&input) {}
+  unsigned below(unsigned count) { return input_->below(count); }
+  bool one_in(unsigned count) { return input_->one_in(count); }
 
-  /// A name or a value: few and short, so that they meet.
   String word() {
     static const String words[] = {u"",     u"A",           u"a", u"B",  u"AB", u"ab",     u"OPT",    u"Opt",
                                    u"FILE", u"RECENTFILES", u"1", u"-1", u" ",  u"\u00E9", u"\u00DF", u"/A",
@@ -103,30 +91,30 @@ class Dice {
   }
 
  private:
-  std::mt19937 engine_;
+  Input* input_;
 };
 
-/// A handler that now and then sets its figure to another.
-auto meddler(unsigned seed, std::vector<int>& seen) {
-  return [dice = std::make_shared<Dice>(seed), &seen, left = std::make_shared<int>(5)](int& figure) {
+/// A handler that sets its figure to another now and then, as the bytes say.
+auto meddler(ByteView bytes, std::vector<int>& seen) {
+  return [input = std::make_shared<Input>(bytes), &seen](int& figure) {
     seen.push_back(figure);
-    if (*left > 0 && dice->one_in(10)) {
-      --*left;
-      figure += static_cast<int>(dice->below(12)) - 4;
-    }
+    if (input->one_in(10)) figure += static_cast<int>(input->below(12)) - 4;
   };
 }
 
-void compare(unsigned seed) {
-  Dice dice(seed);
+}  // namespace
+
+void settings(Input input) {
+  Dice dice(input);
   XML_Settings actual;
   DocumentReference expected;
   std::vector<int> actual_seen, expected_seen;
   if (dice.one_in(3)) {
-    actual.ProgressMax = meddler(seed + 1, actual_seen);
-    expected.progress_max = meddler(seed + 1, expected_seen);
-    actual.ProgressCurrent = meddler(seed + 1, actual_seen);
-    expected.progress_current = meddler(seed + 1, expected_seen);
+    const ByteView meddling = input.take(10);
+    actual.ProgressMax = meddler(meddling, actual_seen);
+    expected.progress_max = meddler(meddling, expected_seen);
+    actual.ProgressCurrent = meddler(meddling, actual_seen);
+    expected.progress_current = meddler(meddling, expected_seen);
   }
   expected.contents = dice.text(12);
   actual.SetContents(expected.contents);
@@ -219,37 +207,22 @@ void compare(unsigned seed) {
           return out.add(expected.get_node_value(flag ? u"<" + a + u">" : c));
       }
     });
-    ASSERT_EQ(actually, expectedly) << "operation " << operation;
-    ASSERT_EQ(actual.GetContents(), expected.contents) << "operation " << operation;
-    ASSERT_EQ(actual_seen, expected_seen) << "operation " << operation;
-  }
-}
-
-TEST(XML_SettingsRandom, AgreesWithTheReference) {
-  const char* chosen = std::getenv("TORNBY_SEED");
-  const unsigned first = chosen ? static_cast<unsigned>(std::atol(chosen)) : 1;
-  const unsigned last = chosen ? first : testing::scaled(20000);
-  for (unsigned seed = first; seed <= last; ++seed) {
-    compare(seed);
-    if (HasFatalFailure()) FAIL() << "TORNBY_SEED=" << seed;
+    REQUIRE(actually == expectedly);
+    REQUIRE(actual.GetContents() == expected.contents);
+    REQUIRE(actual_seen == expected_seen);
   }
 }
 
 // A finder that has made its index, and one that has just forgotten it, find what reading through the text finds.
-TEST(XML_SettingsRandom, RememberedSearchesFindTheSame) {
+void tag_finder(Input input) {
+  Dice dice(input);
   document::TagFinder finder;
-  for (unsigned seed = 1; seed <= testing::scaled(2000); ++seed) {
-    Dice dice(seed);
-    const String text = dice.text(12);
-    finder.forget();
-    for (int search = 0; search < 60; ++search) {
-      const StringView opening = dice.one_in(2) ? u"<" : u"</";
-      const String tag = String(opening) + upper(dice.word()) + u">";
-      const auto from = static_cast<document::Position>(1 + dice.below(static_cast<unsigned>(text.size()) + 1));
-      ASSERT_EQ(finder.find(text, tag, from), document::position_of_tag(text, tag, from)) << "seed " << seed;
-    }
+  const String text = dice.text(12);
+  for (int search = 0; search < 60; ++search) {
+    const String tag = (dice.one_in(2) ? u"<" : u"</") + upper(dice.word()) + u">";
+    const auto from = static_cast<document::Position>(1 + dice.below(static_cast<unsigned>(text.size()) % 250 + 1));
+    REQUIRE(finder.find(text, tag, from) == document::position_of_tag(text, tag, from));
   }
 }
 
-}  // namespace
-}  // namespace tornby
+}  // namespace tornby::fuzz
