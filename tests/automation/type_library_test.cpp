@@ -102,6 +102,12 @@ TEST(TypeLibrary, SpellsEveryNameAsItsDefinitionDoes) {
         ::SysFreeString(parts[i]);
       }
     });
+    for (UINT i = 0; i < attributes.cVars; ++i) {
+      VARDESC* value = nullptr;
+      ASSERT_EQ(type->GetVarDesc(i, &value), S_OK);
+      expect_word(documentation(type, value->memid));
+      type->ReleaseVarDesc(value);
+    }
   });
   EXPECT_GT(names, 200);
 }
@@ -112,6 +118,31 @@ TEST(TypeLibrary, EveryTypeAndMemberHasAHelpString) {
     for_each_member(type, attributes,
                     [&](const FUNCDESC& function) { EXPECT_NE(documentation(type, function.memid, true), ""); });
   });
+}
+
+TEST(TypeLibrary, SaysThatItsInterfacesAreAllThereIs) {
+  for_each_type([](ITypeInfo*, const TYPEATTR& attributes) {
+    const bool dual = (attributes.wTypeFlags & TYPEFLAG_FDUAL) != 0;
+    EXPECT_TRUE(!dual || (attributes.wTypeFlags & TYPEFLAG_FNONEXTENSIBLE) != 0);
+  });
+}
+
+TEST(TypeLibrary, EveryInterfaceStandsInTheManifest) {
+  const std::wstring dll = testing::dll_path();
+  std::ifstream stream(std::filesystem::path(dll).parent_path() / "Tornby.Components.manifest");
+  const std::string manifest((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
+  int interfaces = 0;
+  for_each_type([&](ITypeInfo* type, const TYPEATTR& attributes) {
+    if (attributes.typekind != TKIND_DISPATCH) return;
+    wchar_t id[40] = {};
+    ::StringFromGUID2(attributes.guid, id, 40);
+    const std::wstring wide(id);
+    const std::string entry =
+        "name=\"" + documentation(type, MEMBERID_NIL) + "\" iid=\"" + std::string(wide.begin(), wide.end());
+    EXPECT_NE(manifest.find(entry), std::string::npos) << entry;
+    ++interfaces;
+  });
+  EXPECT_GT(interfaces, 10);
 }
 
 /// Whether automation languages have the type; names of other types are followed.
