@@ -39,7 +39,7 @@ class PosixReplacement final : public Replacement {
  public:
   explicit PosixReplacement(Place place) : place_(std::move(place)) {}
   ~PosixReplacement() override {
-    if (!name_.empty() && !kept_) ::unlinkat(place_.folder.get(), name_.c_str(), 0);
+    if (!kept_) remove_own();
   }
 
   /// False when no file can be made in the folder.
@@ -105,11 +105,16 @@ class PosixReplacement final : public Replacement {
   void keep() override { kept_ = true; }
 
   void done() override {
-    kept_ = false;
+    remove_own();
     remove_leftovers();
   }
 
  private:
+  void remove_own() {
+    if (!name_.empty()) ::unlinkat(place_.folder.get(), name_.c_str(), 0);
+    name_.clear();
+  }
+
   /// What a dead process left, locked against others who would remove it.
   struct Leftover {
     Descriptor file;
@@ -123,11 +128,13 @@ class PosixReplacement final : public Replacement {
     if (lock_for_life(file, false)) leftovers_.push_back({std::move(file), std::move(name)});
   }
 
-  /// Only once the target holds the new text: one of them may be all that is left of an earlier text.
+  /// Only once the target holds the new text: one of them may be all that is left of an earlier text. The first one
+  /// goes last, so that the others are still found should this process die meanwhile.
   void remove_leftovers() {
-    for (const Leftover& leftover : leftovers_)
-      if (names(place_, leftover.name, leftover.file)) ::unlinkat(place_.folder.get(), leftover.name.c_str(), 0);
-    leftovers_.clear();
+    for (; !leftovers_.empty(); leftovers_.pop_back()) {
+      const Leftover& last = leftovers_.back();
+      if (names(place_, last.name, last.file)) ::unlinkat(place_.folder.get(), last.name.c_str(), 0);
+    }
   }
 
   Place place_;

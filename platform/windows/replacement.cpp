@@ -143,7 +143,7 @@ class WindowsReplacement final : public Replacement {
  public:
   explicit WindowsReplacement(std::wstring target) : target_(std::move(target)), renaming_(target_) {}
   ~WindowsReplacement() override {
-    if (!name_.empty() && !kept_) remove(file_);
+    if (!kept_) remove_own();
   }
 
   /// False when no file can be made in the folder.
@@ -209,11 +209,16 @@ class WindowsReplacement final : public Replacement {
   void keep() override { kept_ = true; }
 
   void done() override {
-    kept_ = false;
+    remove_own();
     remove_leftovers();
   }
 
  private:
+  void remove_own() {
+    if (!name_.empty()) remove(file_);
+    name_.clear();
+  }
+
   /// What a dead process left, opened so that nobody else can open it.
   void remember_leftover(const std::wstring& name) {
     FileHandle file(
@@ -224,10 +229,10 @@ class WindowsReplacement final : public Replacement {
       leftovers_.push_back(std::move(file));
   }
 
-  /// Only once the target holds the new text: one of them may be all that is left of an earlier text.
+  /// Only once the target holds the new text: one of them may be all that is left of an earlier text. The first one
+  /// goes last, so that the others are still found should this process die meanwhile.
   void remove_leftovers() {
-    for (FileHandle& leftover : leftovers_) remove(leftover);
-    leftovers_.clear();
+    for (; !leftovers_.empty(); leftovers_.pop_back()) remove(leftovers_.back());
   }
 
   std::wstring target_;

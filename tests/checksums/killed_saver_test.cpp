@@ -1,4 +1,4 @@
-// A process that is killed while it saves never costs the file.
+// A process that is killed while it saves never costs the file, and several may use one file at once.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -42,7 +42,7 @@ TEST(KilledSaver, LeavesTheFileWholeHundredsOfTimes) {
   for (unsigned i = 0; i < kills; ++i) {
     const char letter = static_cast<char>('a' + i % 26);
     const std::size_t length = 50'000 + i;
-    testing::ChildProcess saver(program, {file.string(), std::string(1, letter), std::to_string(length)});
+    testing::ChildProcess saver(program, {"replaced", file.string(), std::string(1, letter), std::to_string(length)});
     ASSERT_TRUE(wait_for_size(file, length + 2)) << "this process has saved, and goes on saving";
     std::this_thread::sleep_for(std::chrono::microseconds(random() % 3000));
     saver.kill();
@@ -57,6 +57,59 @@ TEST(KilledSaver, LeavesTheFileWholeHundredsOfTimes) {
   EXPECT_TRUE(clsApi().apiSaveFile(file.u16string(), u"the end"));
   EXPECT_EQ(folder.read("text.txt"), "the end\r\n");
   EXPECT_EQ(files_in(folder.path()), 1);
+}
+
+bool is_whole(const std::string& text) {
+  return text.size() > 2 && text.ends_with("\r\n") && text.find_first_not_of(text[0]) == text.size() - 2;
+}
+
+TEST(KilledSaver, LeavesTheNewTextBesideAFileThatItWritesOver) {
+  const testing::TemporaryFolder folder;
+  const fs::path program = testing::program_beside("saver");
+  const fs::path file = folder.path() / "text.txt";
+  std::mt19937 random{std::random_device{}()};
+  for (unsigned i = 0; i < 40; ++i) {
+    const std::size_t length = 500'000 + i;
+    testing::ChildProcess saver(
+        program, {"refused", file.string(), std::string(1, static_cast<char>('a' + i % 26)), std::to_string(length)});
+    ASSERT_TRUE(wait_for_size(file, length + 2));
+    std::this_thread::sleep_for(std::chrono::microseconds(random() % 5000));
+    saver.kill();
+    bool found = false;
+    for (const auto& left : fs::directory_iterator(folder.path()))
+      found = found || is_whole(folder.read(left.path().filename().string()));
+    ASSERT_TRUE(found) << "kill " << i;
+  }
+  EXPECT_TRUE(clsApi().apiSaveFile(file.u16string(), u"the end"));
+  EXPECT_EQ(files_in(folder.path()), 1);
+}
+
+TEST(SeveralProcesses, SaveAndReadOneFileAtOnce) {
+  for (const char* way : {"replaced", "refused"}) {
+    const testing::TemporaryFolder folder;
+    const fs::path file = folder.path() / "text.txt";
+    const String name = file.u16string();
+    const String own(60'000, u'x');
+    ASSERT_TRUE(clsApi().apiSaveFile(name, own));
+    testing::ChildProcess other(testing::program_beside("saver"), {way, file.string(), "y", "90000"});
+    ASSERT_TRUE(wait_for_size(file, 90'002));
+    unsigned saved = 0;
+    constexpr unsigned saves = 60;
+    std::jthread saver([&] {
+      for (unsigned i = 0; i < saves; ++i) saved += clsApi().apiSaveFile(name, own);
+    });
+    unsigned seen[2] = {0, 0};
+    for (const auto end = std::chrono::steady_clock::now() + 2s; std::chrono::steady_clock::now() < end;) {
+      const String text = clsApi().ApiReadFile(name);
+      ASSERT_EQ(text.size(), text.starts_with(u'x') ? own.size() + 2 : 90'002u) << way;
+      ASSERT_EQ(text.find_first_not_of(text[0]), text.size() - 2) << way;
+      ++seen[text[0] == u'y'];
+    }
+    saver.join();
+    EXPECT_EQ(saved, saves) << way;
+    EXPECT_GT(seen[0], 0u);
+    EXPECT_GT(seen[1], 0u);
+  }
 }
 
 }  // namespace
