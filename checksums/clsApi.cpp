@@ -31,19 +31,20 @@ bool is_high_surrogate(char16_t unit) {
 /// Hands the bytes of `text` and of a line break to `take`, block by block.
 template <class Take>
 void encode_line(const AnsiCodePage& code_page, StringView text, Take take) {
-  constexpr StringView line_break = u"\r\n";
-  std::array<std::uint8_t, block_size> block;
-  const std::size_t units = block.size() / code_page.bytes_per_unit() - line_break.size();
+  constexpr std::size_t most_units = std::size_t{1} << 20;  // the disk likes large blocks
+  const std::size_t line_break = 2;
+  const std::size_t units = std::min(text.size(), most_units);
+  const auto block = std::make_unique_for_overwrite<std::uint8_t[]>(units * code_page.bytes_per_unit() + line_break);
   for (;;) {
     std::size_t length = std::min(units, text.size());
     if (length < text.size() && is_high_surrogate(text[length - 1])) --length;  // a pair stays together
-    std::size_t used = code_page.encode(text.substr(0, length), block.data());
+    std::size_t used = code_page.encode(text.substr(0, length), block.get());
     text.remove_prefix(length);
     if (text.empty()) {
       block[used++] = '\r';
       block[used++] = '\n';
     }
-    take(ByteView(block.data(), used));
+    take(ByteView(block.get(), used));
     if (text.empty()) return;
   }
 }

@@ -3,12 +3,11 @@
 #include <algorithm>
 #include <array>
 #include <limits>
-#include <memory>
-#include <utility>
 
 #include "base/runtime_error.h"
 #include "checksums/crc/kernels.h"
 #include "checksums/crc/tables.h"
+#include "platform/large_buffer.h"
 
 namespace tornby {
 namespace {
@@ -28,13 +27,30 @@ std::size_t buffer_size(std::uint64_t file_size) {
   return static_cast<std::size_t>(file_size);
 }
 
-/// The whole file in one piece. A failure leaves the file open, as the caller's contract says.
-std::pair<std::unique_ptr<std::uint8_t[]>, std::size_t> read_whole(InputFile& file) {
+/// Reads the file into `buffer`, which has room for its size, each part summed while it is still in the cache. What is
+/// not to be summed is read all the same, since it may fail, but to one place.
+std::uint32_t read_and_sum(InputFile& file, std::uint8_t* buffer, std::size_t size, bool sums) {
+  constexpr std::size_t part = std::size_t{1} << 18;
+  auto crc = static_cast<std::uint32_t>(crc32_start);
+  for (std::size_t done = 0; done < size;) {
+    std::uint8_t* const place = sums ? buffer + done : buffer;
+    const std::size_t want = std::min(part, size - done);
+    const std::size_t got = file.read({place, want});
+    if (sums) crc = crc::update_crc32(crc, place, got);
+    if (got < want) break;
+    done += got;
+  }
+  return crc;
+}
+
+/// A failure leaves the file open, as the caller's contract says.
+std::uint32_t sum_whole(InputFile& file, bool sums) {
   try {
     const std::size_t size = buffer_size(file.size());
-    auto buffer = std::make_unique_for_overwrite<std::uint8_t[]>(size);
-    const std::size_t got = file.read({buffer.get(), size});
-    return {std::move(buffer), got};
+    std::array<std::uint8_t, 1 << 14> small;
+    if (size <= small.size()) return read_and_sum(file, small.data(), size, sums);
+    const LargeBuffer buffer(size);
+    return read_and_sum(file, buffer.data(), size, sums);
   } catch (...) {
     file.leave_open();
     throw;
@@ -78,9 +94,9 @@ Variant clsCRC::CalculateFile(StringView file_name) const {
     if (buffer_size(files_->size(file_name)) == 0) return {};
     const bool computes = !process_->is_wow64();
     const auto file = files_->open_for_reading(file_name);
-    const auto [bytes, size] = read_whole(*file);
+    const std::uint32_t crc = sum_whole(*file, computes);
     if (!computes) return {};
-    return as_signed(~crc::update_crc32(static_cast<std::uint32_t>(crc32_start), bytes.get(), size));
+    return as_signed(~crc);
   } catch (const std::exception&) {
     return std::int16_t{-1};
   }
