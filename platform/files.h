@@ -103,7 +103,7 @@ class Files {
 
   /// Gives the file of that name another one beside it: its own with ".unread~" added or, where there is such a file
   /// already, ".unread~2", ".unread~3" and so on. No other file is ever overwritten. Nothing happens when there is no
-  /// such file; a folder of that name is an error and stays.
+  /// such file, or when it is a device or a pipe; a folder of that name is an error and stays.
   virtual void set_aside(StringView name) const = 0;
 };
 

@@ -173,8 +173,9 @@ void set_aside(const std::string& name) {
   const Place place = place_of(name);
   const int folder = place.folder.get();
   struct stat status {};
-  if (::fstatat(folder, place.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 && S_ISDIR(status.st_mode))
-    throw file_error(EISDIR);
+  if (::fstatat(folder, place.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0 && errno == ENOENT) return;
+  if (S_ISDIR(status.st_mode)) throw file_error(EISDIR);
+  if (!S_ISREG(status.st_mode)) return;
   constexpr int most = 1000;
   for (int number = 1; number <= most; ++number) {
     const std::string aside = name_beside(place, ".unread~", number);

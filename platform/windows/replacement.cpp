@@ -301,6 +301,7 @@ std::unique_ptr<Replacement> start_replacement(const std::wstring& name) {
 }
 
 void set_aside(const std::wstring& name) {
+  if (name.starts_with(LR"(\\.\)")) return;  // a device
   const DWORD attributes = ::GetFileAttributesW(name.c_str());
   if (attributes != INVALID_FILE_ATTRIBUTES && attributes & FILE_ATTRIBUTE_DIRECTORY)
     throw file_error(ERROR_ACCESS_DENIED);
