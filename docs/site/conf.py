@@ -10,7 +10,15 @@ html_title = f"Tornby {release}"
 html_theme = "furo"
 html_theme_options = {
     "light_css_variables": {"color-brand-primary": "#1a5fa8", "color-brand-content": "#1a5fa8"},
-    "dark_css_variables": {"color-brand-primary": "#7ab6f0", "color-brand-content": "#7ab6f0"},
+    "dark_css_variables": {  # Debian's theme comes without dark colours of its own
+        "color-brand-primary": "#7ab6f0", "color-brand-content": "#7ab6f0",
+        "color-foreground-primary": "#d8dade", "color-foreground-secondary": "#9ca0a5", "color-foreground-muted": "#81868d",
+        "color-foreground-border": "#666666", "color-background-primary": "#131416", "color-background-secondary": "#1a1c1e",
+        "color-background-hover": "#1e2124", "color-background-hover--transparent": "#1e212400",
+        "color-background-border": "#303335", "color-background-item": "#444444", "color-inline-code-background": "#1e2124",
+        "color-sidebar-item-background--hover": "#1e2124", "color-highlighted-background": "#083563",
+        "color-table-header-background": "#1a1c1e", "color-table-border": "#303335",
+    },
 }
 html_static_path = ["_static"]
 html_css_files = ["tornby.css"]
