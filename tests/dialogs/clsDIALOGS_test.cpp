@@ -359,6 +359,23 @@ TEST(clsDIALOGS, WhateverAllocationFailsTheChoiceIsTakenWholeOrNotAtAll) {
   }
 }
 
+TEST(clsDIALOGS, WhateverAllocationFailsNothingWrongIsRemembered) {
+  const String start = u"C:\\a folder of some length";
+  EXPECT_GT(testing::fail_each_allocation([&](testing::AllocationFailure& failure) {
+              Script script;
+              script->strInitialDir(start);
+              script.profiles.written.reserve(7);
+              failure.during([&] { script.object.reset(); });
+              for (const auto& [key, value] : script.profiles.written)
+                EXPECT_EQ(value, key == u"InitialDir"     ? start
+                                 : key.ends_with(u"Dir")  ? u"C:\\App"
+                                 : key.ends_with(u"File") ? u""
+                                                          : u"1");
+              EXPECT_TRUE(failure.happened() || script.profiles.written.size() == 7);
+            }),
+            0u);
+}
+
 TEST(clsDIALOGS, OtherOperationsPassRunTimeErrorsOn) {
   Script script;
   script.dialogs.before_call = [] { throw RuntimeError(StandardError::permission_denied); };

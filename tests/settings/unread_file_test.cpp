@@ -3,6 +3,7 @@
 
 #include "base/runtime_error.h"
 #include "settings/XML_Settings.h"
+#include "support/failing_allocations.h"
 #include "support/forwarding_files.h"
 #include "support/temporary_folder.h"
 
@@ -53,6 +54,32 @@ TEST(UnreadFile, StaysWhereItIsWhenItCannotBeMoved) {
   folders.FileName(folder.path().u16string());
   folders.Save();
   EXPECT_EQ(folder.read("a.txt"), "precious") << "a folder of that name stays";
+}
+
+TEST(UnreadFile, WhateverAllocationFailsWhatTheUserHadIsStillThere) {
+  const std::string kept =
+      "<OPTIONS>\r\n<A KEY OF SOME LENGTH>a value of some length</A KEY OF SOME LENGTH>\r\n</OPTIONS>";
+  const auto holds_it = [&](const testing::TemporaryFolder& folder, const char* file) {
+    return folder.read(file).find(kept) != std::string::npos;
+  };
+  EXPECT_GT(testing::fail_each_allocation([&](testing::AllocationFailure& failure) {
+              const testing::TemporaryFolder folder;
+              const String name = folder.write("a.txt", kept);
+              failure.during([&] {
+                try {
+                  XML_Settings settings;
+                  settings.FileName(name);
+                  settings.SaveSetting(u"ANOTHER", u"KEY", u"V");
+                  settings.UpdateRecent(u"a path that takes an allocation");
+                  settings.Save();
+                } catch (const std::exception&) {
+                }
+              });
+              EXPECT_TRUE(holds_it(folder, "a.txt") || holds_it(folder, "a.txt.unread~"));
+              EXPECT_EQ(folder.read("a.txt.saving~"), "");
+              EXPECT_TRUE(failure.happened() || folder.read("a.txt").find("ANOTHER") != std::string::npos);
+            }),
+            0u);
 }
 
 }  // namespace
