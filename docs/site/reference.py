@@ -117,11 +117,17 @@ class Reference:
         if not member.help:
             sys.exit(f"reference: {described.name}.{member.name} has no help string")
         lines += [said or escape(member.help) + "."]
+        lines += ["", *(f"Values: [{name}](others.md#{anchor(name)})." for name in self.values_of(described, member))]
         if member.hidden:
             lines += ["", "Object browsers hide this member."]
         if member.name in PICTURES:
             lines += ["", f"![The dialog](../images/dialogs-{PICTURES[member.name]}.png)", "", "*Under Wine.*"]
         return "\n".join(lines) + "\n"
+
+    def values_of(self, described, member):
+        """The enumerations whose help string begins with that member."""
+        return [each.name for each in self.library.enumerations
+                if re.match(rf"{getattr(described, 'name', '')}\.{member.name}\b", each.help)]
 
     def page(self, name):
         described = self.classes[name]
@@ -170,8 +176,11 @@ class Reference:
             prose = Prose(set())
             text += [self.member(interface, None, member, prose) for member in interface.members.values()]
         for enumeration in self.library.enumerations:
-            text += [f"## {escape(enumeration.name)}", "", f"{escape(enumeration.help)}.", "", "| Name | Value | |", "|---|---:|---|"]
-            text += [f"| `{name}` | {number} | {escape(said)} |" for name, number, said in enumeration.values] + [""]
+            text += [f"## {escape(enumeration.name)}", "", f"{escape(enumeration.help)}.", ""]
+            explained = any(said for _, _, said in enumeration.values)
+            text += ["| Name | Value | Meaning |", "|---|---:|---|"] if explained else ["| Name | Value |", "|---|---:|"]
+            text += [f"| `{name}` | {number} |" + (f" {escape(said)} |" if explained else "")
+                     for name, number, said in enumeration.values] + [""]
         return "\n".join(text)
 
     def index(self):
