@@ -67,35 +67,43 @@ class Security {
     DWORD size = 0;
     buffer_.resize(512);
     while (!::GetKernelObjectSecurity(file.get(), parts, descriptor(), static_cast<DWORD>(buffer_.size()), &size)) {
-      const bool too_small = ::GetLastError() == ERROR_INSUFFICIENT_BUFFER;
+      const DWORD error = ::GetLastError();
+      const bool too_small = error == ERROR_INSUFFICIENT_BUFFER;
       buffer_.resize(too_small ? size : 0);
+      exists_ = error != ERROR_NOT_SUPPORTED && error != ERROR_INVALID_FUNCTION;
       if (!too_small) return;
     }
   }
 
-  bool is_known() const { return !buffer_.empty(); }
+  /// Also where the file system has no such thing.
+  bool is_known() const { return !buffer_.empty() || !exists_; }
 
   /// For a file that inherits nothing from its folder.
-  SECURITY_ATTRIBUTES apart() {
+  SECURITY_ATTRIBUTES* apart() {
+    if (buffer_.empty()) return nullptr;
     DWORD revision = 0;
     ::GetSecurityDescriptorControl(descriptor(), &control_, &revision);
     ::SetSecurityDescriptorControl(descriptor(), SE_DACL_PROTECTED, SE_DACL_PROTECTED);
-    return {sizeof(SECURITY_ATTRIBUTES), descriptor(), FALSE};
+    attributes_ = {sizeof attributes_, descriptor(), FALSE};
+    return &attributes_;
   }
 
-  /// After `apart`: lets the file have the same list as one that it inherits in part.
-  void let_inherit(const FileHandle& file) {
-    if ((control_ & SE_DACL_PROTECTED) || !(control_ & SE_DACL_AUTO_INHERITED)) return;
+  /// After `apart`: lets the file have the same list as one that it inherits in part, where the user may change lists.
+  void let_inherit(const std::wstring& name) {
+    if (buffer_.empty() || (control_ & SE_DACL_PROTECTED) || !(control_ & SE_DACL_AUTO_INHERITED)) return;
     constexpr SECURITY_DESCRIPTOR_CONTROL all = SE_DACL_PROTECTED | SE_DACL_AUTO_INHERIT_REQ | SE_DACL_AUTO_INHERITED;
     ::SetSecurityDescriptorControl(descriptor(), all, SE_DACL_AUTO_INHERIT_REQ | SE_DACL_AUTO_INHERITED);
-    ::SetKernelObjectSecurity(file.get(), DACL_SECURITY_INFORMATION, descriptor());
+    const FileHandle file(::CreateFileW(name.c_str(), WRITE_DAC, everybody, nullptr, OPEN_EXISTING, 0, nullptr));
+    if (file) ::SetKernelObjectSecurity(file.get(), DACL_SECURITY_INFORMATION, descriptor());
   }
 
  private:
   PSECURITY_DESCRIPTOR descriptor() { return buffer_.data(); }
 
   std::vector<std::uint8_t> buffer_;
+  bool exists_ = true;
   SECURITY_DESCRIPTOR_CONTROL control_ = 0;
+  SECURITY_ATTRIBUTES attributes_{};
 };
 
 /// What renames a file over another one.
@@ -150,7 +158,7 @@ class WindowsReplacement final : public Replacement {
   bool create(DWORD attributes, SECURITY_ATTRIBUTES* security) {
     for (int number = 1; number <= most_names; ++number) {
       std::wstring name = name_beside(target_, L".saving~", number);
-      file_ = FileHandle(::CreateFileW(name.c_str(), GENERIC_READ | GENERIC_WRITE | DELETE | WRITE_DAC,
+      file_ = FileHandle(::CreateFileW(name.c_str(), GENERIC_READ | GENERIC_WRITE | DELETE,
                                        FILE_SHARE_READ | FILE_SHARE_DELETE, security, CREATE_NEW,
                                        attributes | mark | short_lived, nullptr));
       if (file_) {
@@ -171,6 +179,7 @@ class WindowsReplacement final : public Replacement {
   }
 
   const FileHandle& file() const { return file_; }
+  const std::wstring& name() const { return name_; }
 
   /// To be like the target, for `commit`.
   void take_after(const FILE_BASIC_INFO& target, bool completely) {
@@ -281,17 +290,15 @@ std::unique_ptr<Replacement> start_replacement(const std::wstring& name) {
   constexpr DWORD secret = FILE_ATTRIBUTE_ENCRYPTED;
   const DWORD given = information.FileAttributes;
   auto replacement = std::make_unique<WindowsReplacement>(own_name.empty() ? name : std::move(own_name));
-  SECURITY_ATTRIBUTES apart = security.apart();
-  bool created = replacement->create(given & (settable | secret), &apart);
+  bool created = replacement->create(given & (settable | secret), security.apart());
   if (!created && ::GetLastError() == ERROR_INVALID_OWNER) {
     completely = false;
     security = Security(target, list);
-    apart = security.apart();
-    created = security.is_known() && replacement->create(given & (settable | secret), &apart);
+    created = security.is_known() && replacement->create(given & (settable | secret), security.apart());
   }
   if (!created) return nullptr;
   if ((given & secret) && !(basic_information(replacement->file()).FileAttributes & secret)) return nullptr;
-  security.let_inherit(replacement->file());
+  security.let_inherit(replacement->name());
 
   FILE_BASIC_INFO wanted{};
   wanted.CreationTime = information.CreationTime;

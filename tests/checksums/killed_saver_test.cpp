@@ -68,7 +68,7 @@ TEST(KilledSaver, LeavesTheNewTextBesideAFileThatItWritesOver) {
   const fs::path program = testing::program_beside("saver");
   const fs::path file = folder.path() / "text.txt";
   std::mt19937 random{std::random_device{}()};
-  for (unsigned i = 0; i < 40; ++i) {
+  for (unsigned i = 0; i < 25; ++i) {
     const std::size_t length = 500'000 + i;
     testing::ChildProcess saver(
         program, {"refused", file.string(), std::string(1, static_cast<char>('a' + i % 26)), std::to_string(length)});
