@@ -30,7 +30,9 @@ HRESULT ControlCore::take_settings(const std::function<void()>& read) {
     host_->lay_out();
   });
   settings_ = FAILED(result) ? before : Settings::there;
-  if (SUCCEEDED(result)) dirty_ = false;
+  if (FAILED(result)) return result;
+  dirty_ = false;
+  picture_changed();
   return result;
 }
 
@@ -43,6 +45,12 @@ HRESULT ControlCore::extent(DWORD aspect, SIZEL* himetric) {
     const auto in_himetric = [&](LONG pixels) { return ::MulDiv(pixels, himetric_per_inch, host_->dots_per_inch()); };
     *himetric = {in_himetric(host_->size().cx), in_himetric(host_->size().cy)};
   });
+}
+
+void ControlCore::set_extent(SIZEL himetric) {
+  if (host_->window()) return;  // in place, the container follows up with SetObjectRects
+  const auto in_pixels = [&](LONG length) { return ::MulDiv(length, host_->dots_per_inch(), himetric_per_inch); };
+  host_->place({0, 0, in_pixels(himetric.cx), in_pixels(himetric.cy)});
 }
 
 void ControlCore::set_site(IOleClientSite* site) {
@@ -88,8 +96,9 @@ void ControlCore::property_changed(StringView name) {
 }
 
 void ControlCore::picture_changed() {
+  if (settings_ != Settings::there) return;
   picture_stale_ = true;
-  if (changes_ == 0 && settings_ != Settings::none) const Change at_once(*this);
+  if (changes_ == 0) const Change at_once(*this);
 }
 
 }  // namespace tornby::automation

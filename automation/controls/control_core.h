@@ -84,6 +84,7 @@ class ControlCore {
 
   /// The size of the control, in hundredths of a millimetre.
   HRESULT extent(DWORD aspect, SIZEL* himetric);
+  void set_extent(SIZEL himetric);
 
   void set_site(IOleClientSite* site);
   const ComPtr<IOleClientSite>& site() const { return site_; }
@@ -98,6 +99,7 @@ class ControlCore {
   virtual LRESULT filter(HWND window, UINT message, WPARAM wparam, LPARAM lparam,
                          const std::function<LRESULT()>& handle) = 0;
   virtual void tell_of_new_picture() = 0;
+  virtual void tell_of_save() = 0;
 
  private:
   /// The control's way to this object, which may go while the control still works.

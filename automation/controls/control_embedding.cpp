@@ -78,11 +78,7 @@ HRESULT ControlEmbedding::SetExtent(DWORD aspect, SIZEL* himetric) {
   if (!himetric) return E_POINTER;
   if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
   if (himetric->cx < 0 || himetric->cy < 0) return E_INVALIDARG;
-  return run([&] {
-    if (in_place()) return;  // the container follows up with SetObjectRects
-    const auto in_pixels = [&](LONG length) { return ::MulDiv(length, host().dots_per_inch(), himetric_per_inch); };
-    host().place({0, 0, in_pixels(himetric->cx), in_pixels(himetric->cy)});
-  });
+  return run([&] { set_extent(*himetric); });
 }
 
 HRESULT ControlEmbedding::Advise(IAdviseSink* sink, DWORD* connection) {
@@ -108,7 +104,7 @@ HRESULT ControlEmbedding::GetMiscStatus(DWORD aspect, DWORD* status) {
   return S_OK;
 }
 
-void ControlEmbedding::tell_saved() {
+void ControlEmbedding::tell_of_save() {
   if (advises_) advises_->SendOnSave();
 }
 

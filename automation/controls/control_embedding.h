@@ -31,7 +31,7 @@ class ControlEmbedding : public IOleObject, public ControlInPlace {
   HRESULT STDMETHODCALLTYPE SetColorScheme(LOGPALETTE*) override { return E_NOTIMPL; }
 
  protected:
-  void tell_saved();
+  void tell_of_save() override;
 
  private:
   ComPtr<IOleAdviseHolder> advises_;

@@ -20,7 +20,6 @@ class ControlInPlace : public IOleInPlaceObject, public IOleInPlaceActiveObject,
   HRESULT STDMETHODCALLTYPE EnableModeless(BOOL) override { return S_OK; }
 
  protected:
-  bool in_place() const { return static_cast<bool>(in_place_site_); }
   /// Gives the control its window. Throws when the container refuses.
   void activate_in_place();
   /// Makes the control the one that the user works in.

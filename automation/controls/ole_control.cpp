@@ -9,6 +9,8 @@ void* OleControl::find_ole_interface(REFIID iid) {
   if (iid == IID_IOleInPlaceActiveObject) return static_cast<IOleInPlaceActiveObject*>(this);
   if (iid == IID_IViewObject || iid == IID_IViewObject2) return static_cast<IViewObject2*>(this);
   if (iid == IID_IPersist || iid == IID_IPersistStreamInit) return static_cast<IPersistStreamInit*>(this);
+  if (iid == IID_IPersistStorage) return static_cast<IPersistStorage*>(this);
+  if (iid == IID_IDataObject) return static_cast<IDataObject*>(this);
   if (iid == IID_IPersistPropertyBag) return static_cast<IPersistPropertyBag*>(this);
   return nullptr;
 }

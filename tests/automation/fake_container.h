@@ -110,9 +110,12 @@ class FakeContainer final
 class FakeView final : public OnStack<IAdviseSink> {
  public:
   int changes = 0;
+  std::string data;
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override;
-  void STDMETHODCALLTYPE OnDataChange(FORMATETC*, STGMEDIUM*) override {}
+  void STDMETHODCALLTYPE OnDataChange(FORMATETC*, STGMEDIUM* medium) override {
+    data += medium->tymed == TYMED_ENHMF && medium->hEnhMetaFile ? "picture " : "none ";
+  }
   void STDMETHODCALLTYPE OnViewChange(DWORD, LONG) override { ++changes; }
   void STDMETHODCALLTYPE OnRename(IMoniker*) override {}
   void STDMETHODCALLTYPE OnSave() override {}
