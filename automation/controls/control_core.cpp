@@ -56,6 +56,7 @@ void ControlCore::set_extent(SIZEL himetric) {
 void ControlCore::set_site(IOleClientSite* site) {
   site_ = ComPtr<IOleClientSite>(site);
   ambients_ = ComPtr<IDispatch>();
+  in_design_.reset();
   control_site_ = ComPtr<IOleControlSite>();
   frame_site_ = ComPtr<ISimpleFrameSite>();
   if (!site) return;
@@ -86,6 +87,20 @@ String ControlCore::display_name() const {
   OwnedVariant value;
   if (!ambient(DISPID_AMBIENT_DISPLAYNAME, value.get()) || value->vt != VT_BSTR) return String();
   return String(view(value->bstrVal));
+}
+
+bool ControlCore::in_design() const {
+  if (!in_design_) {
+    OwnedVariant user_mode;
+    in_design_ = ambient(DISPID_AMBIENT_USERMODE, user_mode.get()) && user_mode->vt == VT_BOOL &&
+                 !from_boolean(user_mode->boolVal);
+  }
+  return *in_design_;
+}
+
+void ControlCore::ambient_changed(DISPID property) {
+  if (property == DISPID_AMBIENT_USERMODE || property == DISPID_UNKNOWN) in_design_.reset();
+  host_->redraw();
 }
 
 void ControlCore::property_changed(StringView name) {

@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "automation/com/connection_point.h"
 #include "automation/com/error_edge.h"
@@ -91,6 +92,11 @@ class ControlCore {
   const ComPtr<IOleControlSite>& control_site() const { return control_site_; }
   const ComPtr<ISimpleFrameSite>& frame_site() const { return frame_site_; }
   bool ambient(DISPID property, VARIANT* value) const;
+  String display_name() const;
+  /// Whether the container is a form designer: then the control answers no input and raises no event.
+  bool in_design() const;
+  /// The container's ambient property, or all of them for DISPID_UNKNOWN, has another value.
+  void ambient_changed(DISPID property);
 
   // What the control tells; each is answered by the family that it concerns.
   virtual bool request_size(SIZE wanted) = 0;
@@ -116,6 +122,7 @@ class ControlCore {
     bool takes_size_request(SIZE wanted) override { return owner_ && owner_->request_size(wanted); }
     /// There is nobody to tell: the container has already got what it could.
     void failed(std::exception_ptr) override {}
+    bool in_design() const override { return owner_ && owner_->in_design(); }
     void view_changed() override {
       if (owner_) owner_->picture_changed();
     }
@@ -137,7 +144,6 @@ class ControlCore {
   static constexpr RECT initial_place = {0, 0, 121, 33};  // pixels, until a container says otherwise
 
   Font ambient_font() const;
-  String display_name() const;
   void property_changed(StringView name);
   void picture_changed();
 
@@ -148,7 +154,8 @@ class ControlCore {
   ComPtr<IOleClientSite> site_;
   ComPtr<IDispatch> ambients_;
   ComPtr<IOleControlSite> control_site_;
-  ComPtr<ISimpleFrameSite> frame_site_;  // for a control that others are placed in
+  ComPtr<ISimpleFrameSite> frame_site_;    // for a control that others are placed in
+  mutable std::optional<bool> in_design_;  // asked for once
   enum class Settings { none, on_their_way, there };
   Settings settings_ = Settings::none;
   bool dirty_ = false;

@@ -1,6 +1,36 @@
 #include "automation/controls/control_embedding.h"
 
+#include <cstring>
+#include <cwchar>
+
+#include "automation/com/enumerator.h"
+
 namespace tornby::automation {
+
+struct KeptVerb {
+  LONG number;
+  const wchar_t* name;
+  DWORD attributes;
+};
+
+template <>
+struct EnumeratorItem<OLEVERB> {
+  using Kept = KeptVerb;
+  static HRESULT copy(const Kept& kept, OLEVERB* out) {
+    const std::size_t size = (std::wcslen(kept.name) + 1) * sizeof(wchar_t);
+    *out = {kept.number, static_cast<LPOLESTR>(::CoTaskMemAlloc(size)), 0, kept.attributes};
+    if (!out->lpszVerbName) return E_OUTOFMEMORY;
+    std::memcpy(out->lpszVerbName, kept.name, size);
+    return S_OK;
+  }
+  static void free(OLEVERB* item) { ::CoTaskMemFree(item->lpszVerbName); }
+};
+
+namespace {
+
+constexpr LONG properties_verb = 1;
+
+}  // namespace
 
 HRESULT ControlEmbedding::SetClientSite(IOleClientSite* site) {
   return run([&] {
@@ -35,7 +65,7 @@ HRESULT ControlEmbedding::GetClipboardData(DWORD, IDataObject** data) {
   return E_NOTIMPL;
 }
 
-HRESULT ControlEmbedding::DoVerb(LONG verb, LPMSG, IOleClientSite*, LONG, HWND, LPCRECT) {
+HRESULT ControlEmbedding::DoVerb(LONG verb, LPMSG, IOleClientSite*, LONG, HWND parent, LPCRECT) {
   const ComPtr<IUnknown> alive(identity());
   switch (verb) {
     case OLEIVERB_INPLACEACTIVATE:
@@ -51,6 +81,9 @@ HRESULT ControlEmbedding::DoVerb(LONG verb, LPMSG, IOleClientSite*, LONG, HWND, 
       return InPlaceDeactivate();
     case OLEIVERB_DISCARDUNDOSTATE:
       return S_OK;
+    case OLEIVERB_PROPERTIES:
+    case properties_verb:
+      return run([&] { show_properties(parent); });
     default:
       return verb > 0 ? OLEOBJ_S_INVALIDVERB : E_NOTIMPL;
   }
@@ -59,7 +92,11 @@ HRESULT ControlEmbedding::DoVerb(LONG verb, LPMSG, IOleClientSite*, LONG, HWND, 
 HRESULT ControlEmbedding::EnumVerbs(IEnumOLEVERB** verbs) {
   if (!verbs) return E_POINTER;
   *verbs = nullptr;
-  return OLE_S_USEREG;
+  return run([&] {
+    *verbs = make_enumerator<IEnumOLEVERB, OLEVERB>(
+        {{OLEIVERB_PRIMARY, L"&Edit", OLEVERBATTRIB_ONCONTAINERMENU},
+         {properties_verb, L"&Properties...", OLEVERBATTRIB_ONCONTAINERMENU | OLEVERBATTRIB_NEVERDIRTIES}});
+  });
 }
 
 HRESULT ControlEmbedding::GetUserType(DWORD form, LPOLESTR* type) {

@@ -32,6 +32,8 @@ class ControlEmbedding : public IOleObject, public ControlInPlace {
 
  protected:
   void tell_of_save() override;
+  /// Lets the user change the properties. Throws when there is nothing to do so with.
+  virtual void show_properties(HWND parent) = 0;
 
  private:
   ComPtr<IOleAdviseHolder> advises_;

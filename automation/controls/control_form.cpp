@@ -15,11 +15,13 @@ HRESULT ControlForm::GetControlInfo(CONTROLINFO* info) {
 
 HRESULT ControlForm::OnMnemonic(MSG*) {
   const ComPtr<IUnknown> alive(identity());
-  return run([&] { control().activate(); });
+  return run([&] {
+    if (!in_design()) control().activate();
+  });
 }
 
-HRESULT ControlForm::OnAmbientPropertyChange(DISPID) {
-  return run([&] { host().redraw(); });
+HRESULT ControlForm::OnAmbientPropertyChange(DISPID property) {
+  return run([&] { ambient_changed(property); });
 }
 
 HRESULT ControlForm::FreezeEvents(BOOL freeze) {

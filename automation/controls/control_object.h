@@ -117,7 +117,7 @@ class ControlObject : public EventObject<Interface, Events, OleControl> {
   void raise(DISPID event, Arguments... arguments) {
     const ComPtr<IUnknown> alive(identity());
     const std::array<VARIANT, sizeof...(Arguments)> values = {arguments...};
-    if (!this->events_frozen()) this->events().raise(event, values);
+    if (!this->events_frozen() && !this->in_design()) this->events().raise(event, values);
   }
   // Handlers for the control's events. They do nothing once this object is gone, which may be while the control works.
   auto raising(DISPID event) {
@@ -154,6 +154,7 @@ class ControlObject : public EventObject<Interface, Events, OleControl> {
     return id;
   }
   ConnectionPoint& property_notices() override { return notices_; }
+  ConnectionPoint& event_sinks() override { return this->events(); }
 
  private:
   template <class Action>

@@ -41,6 +41,25 @@ class BrowseButtonObject final : public ControlObject<IkelBrowseButton, DkelBrow
   STDMETHODIMP InitialiseRect() override { return call(&kelBrowseButton::InitialiseRect); }
   STDMETHODIMP PaintButton() override { return call(&kelBrowseButton::PaintButton); }
   STDMETHODIMP DrawNormalFocus(VARIANT_BOOL down) override { return write(down, &kelBrowseButton::DrawNormalFocus); }
+
+ private:
+  std::span<const PropertyTraits> traits() const override {
+    using Page = PropertyTraits::Page;
+    static constexpr PropertyTraits::Choice borders[] = {{0, L"Flat"}, {1, L"Three-dimensional"}};
+    static constexpr PropertyTraits::Choice styles[] = {{0, L"Flush"}, {1, L"Inset"}};
+    static constexpr PropertyTraits table[] = {
+        {DISPID_BACKCOLOR, appearance_category, Page::color},
+        {DISPID_TEXT, text_category},
+        {DISPID_FONT, font_category, Page::font},
+        {1, appearance_category, Page::none, borders},
+        {5, appearance_category, Page::none, styles},
+        {DISPID_ENABLED, behavior_category},
+        {2, behavior_category},
+        {3, behavior_category},
+        {4, behavior_category},
+    };
+    return table;
+  }
 };
 
 }  // namespace

@@ -35,6 +35,24 @@ class HyperLabelObject final : public ControlObject<IkelHyperLabel, DkelHyperLab
   }
   STDMETHODIMP put_Picture(IPictureDisp* value) override { return write(value, &kelHyperLabel::Picture); }
   STDMETHODIMP putref_Picture(IPictureDisp* value) override { return put_Picture(value); }
+
+ private:
+  std::span<const PropertyTraits> traits() const override {
+    using Page = PropertyTraits::Page;
+    static constexpr PropertyTraits::Choice alignments[] = {{0, L"Left"}, {1, L"Right"}, {2, L"Centre"}};
+    static constexpr PropertyTraits table[] = {
+        {DISPID_BACKCOLOR, appearance_category, Page::color},
+        {3, appearance_category, Page::color},
+        {4, appearance_category, Page::color},
+        {5, appearance_category, Page::color},
+        {DISPID_CAPTION, text_category},
+        {DISPID_FONT, font_category, Page::font},
+        {6, appearance_category, Page::picture},
+        {1, behavior_category},
+        {2, appearance_category, Page::none, alignments},
+    };
+    return table;
+  }
 };
 
 }  // namespace

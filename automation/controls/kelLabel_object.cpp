@@ -38,6 +38,28 @@ class LabelObject final : public ControlObject<IkelLabel, DkelLabelEvents, kelLa
   STDMETHODIMP put_WordWrap(VARIANT_BOOL value) override { return write(value, &kelLabel::WordWrap); }
   STDMETHODIMP get_UseBorderLines(VARIANT_BOOL* result) override { return read(result, &kelLabel::UseBorderLines); }
   STDMETHODIMP put_UseBorderLines(VARIANT_BOOL value) override { return write(value, &kelLabel::UseBorderLines); }
+
+ private:
+  std::span<const PropertyTraits> traits() const override {
+    using Page = PropertyTraits::Page;
+    static constexpr PropertyTraits::Choice alignments[] = {{0, L"Left"}, {1, L"Right"}, {2, L"Centre"}};
+    static constexpr PropertyTraits::Choice places[] = {{0, L"Top"}, {1, L"Centre"}, {2, L"Bottom"}};
+    static constexpr PropertyTraits table[] = {
+        {DISPID_BACKCOLOR, appearance_category, Page::color},
+        {DISPID_FORECOLOR, appearance_category, Page::color},
+        {DISPID_CAPTION, text_category},
+        {DISPID_FONT, font_category, Page::font},
+        {DISPID_ENABLED, behavior_category},
+        {DISPID_AUTOSIZE, behavior_category},
+        {1, behavior_category},
+        {3, appearance_category},
+        {5, behavior_category},
+        {6, appearance_category},
+        {2, appearance_category, Page::none, alignments},
+        {4, appearance_category, Page::none, places},
+    };
+    return table;
+  }
 };
 
 }  // namespace

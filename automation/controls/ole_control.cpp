@@ -10,6 +10,10 @@ void* OleControl::find_ole_interface(REFIID iid) {
   if (iid == IID_IViewObject || iid == IID_IViewObject2) return static_cast<IViewObject2*>(this);
   if (iid == IID_IPersist || iid == IID_IPersistStreamInit) return static_cast<IPersistStreamInit*>(this);
   if (iid == IID_IPersistStorage) return static_cast<IPersistStorage*>(this);
+  if (iid == IID_ISpecifyPropertyPages) return static_cast<ISpecifyPropertyPages*>(this);
+  if (iid == IID_IPerPropertyBrowsing) return static_cast<IPerPropertyBrowsing*>(this);
+  if (iid == __uuidof(ICategorizeProperties)) return static_cast<ICategorizeProperties*>(this);
+  if (iid == IID_IQuickActivate) return static_cast<IQuickActivate*>(this);
   if (iid == IID_IDataObject) return static_cast<IDataObject*>(this);
   if (iid == IID_IPersistPropertyBag) return static_cast<IPersistPropertyBag*>(this);
   return nullptr;

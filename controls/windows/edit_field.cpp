@@ -142,6 +142,7 @@ LRESULT CALLBACK WindowEdit::procedure(HWND window, UINT message, WPARAM wparam,
 
 LRESULT WindowEdit::handle(UINT message, WPARAM wparam, LPARAM lparam) {
   const HWND window = window_;
+  if (is_input(message) && host_->in_design()) return message == WM_NCHITTEST ? HTTRANSPARENT : 0;
   Control& control = host_->control();
   auto key = static_cast<std::int16_t>(wparam);
   switch (message) {

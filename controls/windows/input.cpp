@@ -15,6 +15,11 @@ std::int16_t held_buttons(WPARAM wparam) {
                                    (wparam & MK_MBUTTON ? mouse_button::middle : 0));
 }
 
+bool is_input(UINT message) {
+  return (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) || (message >= WM_KEYFIRST && message <= WM_KEYLAST) ||
+         message == WM_NCHITTEST || message == BM_CLICK;
+}
+
 bool pass_button(Control& control, UINT message, Part part, Pointer at) {
   struct Button {
     UINT down, up;

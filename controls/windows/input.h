@@ -12,6 +12,9 @@ Pointer pointer_of(LPARAM lparam);
 /// The buttons that a pointer message says are down, as a sum.
 std::int16_t held_buttons(WPARAM wparam);
 
+/// Whether a message comes from pointer or keyboard, or stands for it.
+bool is_input(UINT message);
+
 /// Tells the control of a button that went down or up. False for any other message.
 bool pass_button(Control& control, UINT message, Part part, Pointer at);
 

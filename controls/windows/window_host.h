@@ -31,6 +31,8 @@ class ControlSite {
   virtual bool takes_size_request(SIZE /*wanted*/) { return false; }
   /// An event handler, or the control itself, let that exception escape while it handled a message.
   virtual void failed(std::exception_ptr exception) { std::rethrow_exception(exception); }
+  /// The form is being designed: the control is shown, and pointer and keyboard are the form's.
+  virtual bool in_design() const { return false; }
   /// The control looks different now, or will with the next painting.
   virtual void view_changed() {}
   /// The control is called differently now, and may have another mnemonic.
@@ -84,6 +86,8 @@ class WindowHost final : public std::enable_shared_from_this<WindowHost>, privat
   /// Draws the whole control, border and edit field included, into a rectangle of any device context, a metafile too,
   /// at that context's own resolution. It needs no window.
   void draw(HDC context, const RECT& area);
+
+  bool in_design() const { return site_->in_design(); }
 
   /// Keeps the site alive as long as this object.
   void keep_until_gone(std::shared_ptr<ControlSite> site) { kept_site_ = std::move(site); }

@@ -32,6 +32,9 @@ LRESULT CALLBACK WindowHost::procedure(HWND window, UINT message, WPARAM wparam,
 }
 
 LRESULT WindowHost::handle(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+  if (is_input(message) && in_design()) {
+    return message == WM_NCHITTEST ? HTTRANSPARENT : ::DefWindowProcW(window, message, wparam, lparam);
+  }
   switch (message) {
     case WM_ERASEBKGND:
       return 1;

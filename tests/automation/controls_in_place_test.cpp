@@ -184,6 +184,37 @@ TEST(ControlsInPlace, RaiseEventsUnlessFrozen) {
   EXPECT_EQ(sink.events, (std::vector<DISPID>{2}));
 }
 
+TEST(ControlsInPlace, OnlyShowThemselvesInADesigner) {
+  const Server server;
+  FakeContainer container;
+  VARIANT user_mode = {};
+  user_mode.vt = VT_BOOL;
+  container.add_ambient(DISPID_AMBIENT_USERMODE, user_mode);
+  FakeSink sink;
+  const auto clicks = [&](const Placed<IkelBrowseButton>& placed) {
+    sink.events.clear();
+    RECT client = {};
+    ::GetClientRect(placed.window, &client);
+    const LPARAM at = MAKELPARAM(client.right - 5, client.bottom / 2);
+    ::SendMessageA(placed.window, WM_LBUTTONDOWN, MK_LBUTTON, at);
+    ::SendMessageA(placed.window, WM_LBUTTONUP, 0, at);
+    ::SendMessageA(keyboard_window(placed.window), WM_CHAR, 'x', 0);
+    ::SendMessageA(placed.window, BM_CLICK, 0, 0);
+    as<IOleControl>(placed.control)->OnMnemonic(nullptr);
+    return sink.events.size();
+  };
+  Placed<IkelBrowseButton> placed(server, CLSID_kelBrowseButton, container);
+  const Connection events(placed.control, __uuidof(DkelBrowseButtonEvents), static_cast<IDispatch*>(&sink));
+  EXPECT_EQ(clicks(placed), 0u);
+  EXPECT_EQ(::GetCapture(), nullptr);
+  for (const HWND window : {placed.window, keyboard_window(placed.window)})
+    EXPECT_EQ(::SendMessageA(window, WM_NCHITTEST, 0, 0), HTTRANSPARENT) << "the pointer is the form's";
+  user_mode.boolVal = VARIANT_TRUE;
+  container.add_ambient(DISPID_AMBIENT_USERMODE, user_mode);
+  EXPECT_EQ(as<IOleControl>(placed.control)->OnAmbientPropertyChange(DISPID_AMBIENT_USERMODE), S_OK);
+  EXPECT_EQ(clicks(placed), 3u + 2u + 2u + 2u);
+}
+
 TEST(ControlsInPlace, SurviveWhatASinkDoesInsideAnEvent) {
   const Server server;
   FakeContainer container;

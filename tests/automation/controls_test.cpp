@@ -226,5 +226,90 @@ TEST(Controls, TakeFontAndNameFromTheContainer) {
   object->SetClientSite(nullptr);
 }
 
+TEST(Controls, ShowDesignersNamesPagesAndCategories) {
+  const Server server;
+  const auto pages_of = [&](REFCLSID clsid) {
+    CAUUID pages = {};
+    EXPECT_EQ(as<ISpecifyPropertyPages>(server.create<IDispatch>(clsid))->GetPages(&pages), S_OK);
+    const std::vector<CLSID> list(pages.pElems, pages.pElems + pages.cElems);
+    ::CoTaskMemFree(pages.pElems);
+    return list;
+  };
+  EXPECT_EQ(pages_of(CLSID_kelLabel), (std::vector<CLSID>{CLSID_CColorPropPage, CLSID_CFontPropPage}));
+  EXPECT_EQ(pages_of(CLSID_kelHyperLabel).size(), 3u);
+
+  const auto label = server.create<IkelLabel>(CLSID_kelLabel);
+  const auto browsing = as<IPerPropertyBrowsing>(label);
+  constexpr DISPID vertical = 4;
+  const auto shown = [&](DISPID property) {
+    BSTR text = nullptr;
+    const HRESULT result = browsing->GetDisplayString(property, &text);
+    const std::wstring copy = text ? text : L"";
+    ::SysFreeString(text);
+    return std::pair(result, copy);
+  };
+  EXPECT_EQ(shown(vertical), std::pair(S_OK, std::wstring(L"Centre")));
+  label->put_VerticalAlignment(9);
+  EXPECT_EQ(shown(vertical).first, S_FALSE) << "a number without a name";
+  EXPECT_EQ(shown(DISPID_CAPTION).first, S_FALSE);
+  CALPOLESTR names = {};
+  CADWORD cookies = {};
+  ASSERT_EQ(browsing->GetPredefinedStrings(vertical, &names, &cookies), S_OK);
+  ASSERT_EQ(names.cElems, 3u);
+  EXPECT_STREQ(names.pElems[2], L"Bottom");
+  OwnedVariant value;
+  EXPECT_EQ(browsing->GetPredefinedValue(vertical, cookies.pElems[2], value.get()), S_OK);
+  EXPECT_EQ(value->iVal, 2);
+  EXPECT_EQ(browsing->GetPredefinedValue(vertical, 3, value.get()), E_INVALIDARG);
+  for (ULONG i = 0; i < names.cElems; ++i) ::CoTaskMemFree(names.pElems[i]);
+  ::CoTaskMemFree(names.pElems);
+  ::CoTaskMemFree(cookies.pElems);
+  CLSID page = {};
+  EXPECT_EQ(browsing->MapPropertyToPage(DISPID_FONT, &page), S_OK);
+  EXPECT_EQ(page, CLSID_CFontPropPage);
+  EXPECT_EQ(browsing->MapPropertyToPage(vertical, &page), PERPROP_E_NOPAGEAVAILABLE);
+}
+
+TEST(Controls, AreReadyInOneCallAndOfferVerbs) {
+  const Server server;
+  FakeContainer container;
+  FakeSink sink;
+  FakeView view;
+  const auto link = server.create<IkelHyperLabel>(CLSID_kelHyperLabel);
+  QACONTAINER wanted = {};
+  wanted.cbSize = sizeof wanted;
+  wanted.pClientSite = &container;
+  wanted.pAdviseSink = reinterpret_cast<IAdviseSinkEx*>(static_cast<IAdviseSink*>(&view));
+  wanted.pPropertyNotifySink = &sink;
+  wanted.pUnkEventSink = static_cast<IDispatch*>(&sink);
+  QACONTROL got = {};
+  got.cbSize = sizeof got;
+  ASSERT_EQ(as<IQuickActivate>(link)->QuickActivate(&wanted, &got), S_OK);
+  EXPECT_NE(got.dwMiscStatus & OLEMISC_INSIDEOUT, 0u);
+  link->put_LinkColor(1);
+  EXPECT_EQ(view.changes, 1);
+  EXPECT_EQ(sink.changes.size(), 1u);
+  as<IOleControl>(link)->OnMnemonic(nullptr);
+  EXPECT_EQ(sink.events, (std::vector<DISPID>{DISPID_CLICK}));
+
+  const auto object = as<IOleObject>(link);
+  ComPtr<IEnumOLEVERB> verbs;
+  ASSERT_EQ(object->EnumVerbs(verbs.out()), S_OK);
+  OLEVERB verb = {};
+  std::wstring all;
+  while (verbs->Next(1, &verb, nullptr) == S_OK) {
+    all += verb.lpszVerbName;
+    ::CoTaskMemFree(verb.lpszVerbName);
+    if (verb.lVerb != OLEIVERB_PRIMARY) {
+      EXPECT_EQ(object->DoVerb(verb.lVerb, nullptr, &container, 0, container.window(), nullptr), S_OK);
+    }
+  }
+  EXPECT_EQ(all, L"&Edit&Properties...");
+  EXPECT_EQ(object->DoVerb(OLEIVERB_PROPERTIES, nullptr, &container, 0, container.window(), nullptr), S_OK);
+  EXPECT_EQ(container.calls(), "ShowPropertyFrame ShowPropertyFrame ");
+  as<IViewObject2>(link)->SetAdvise(0, 0, nullptr);
+  object->SetClientSite(nullptr);
+}
+
 }  // namespace
 }  // namespace tornby

@@ -80,7 +80,7 @@ class FakeContainer final
   HRESULT STDMETHODCALLTYPE TransformCoords(POINTL*, POINTF*, DWORD) override { return E_NOTIMPL; }
   HRESULT STDMETHODCALLTYPE TranslateAccelerator(MSG*, DWORD) override { return note("TranslateAccelerator"); }
   HRESULT STDMETHODCALLTYPE OnFocus(BOOL here) override { return note(here ? "OnFocus" : "OnFocusLost"); }
-  HRESULT STDMETHODCALLTYPE ShowPropertyFrame() override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE ShowPropertyFrame() override { return note("ShowPropertyFrame"); }
 
   HRESULT STDMETHODCALLTYPE PreMessageFilter(HWND, UINT message, WPARAM, LPARAM, LRESULT*, DWORD* cookie) override;
   HRESULT STDMETHODCALLTYPE PostMessageFilter(HWND, UINT message, WPARAM, LPARAM, LRESULT*, DWORD cookie) override;
