@@ -29,6 +29,16 @@ if(TARGET tornby_server)
     FILES_MATCHING PATTERN "*.idl" REGEX "/(oaidl|ocidl|stdole2)\\.idl$" EXCLUDE)
 endif()
 
+if(TORNBY_SYMBOLS AND TARGET tornby_server)
+  install(FILES ${PROJECT_BINARY_DIR}/automation/tornby.dll.debug DESTINATION symbols COMPONENT symbols)
+endif()
+
+# The pages as a browser shows them, where tools/docs has made them; else their source.
+set(TORNBY_HTML "" CACHE PATH "The folder of the documentation that tools/docs has made, to install it")
+if(TORNBY_HTML)
+  install(DIRECTORY ${TORNBY_HTML}/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/html COMPONENT documentation)
+else()
+  install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documentation PATTERN site EXCLUDE)
+endif()
 install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documentation)
-install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documentation PATTERN site EXCLUDE)
 install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documentation OPTIONAL)

@@ -32,6 +32,8 @@ set(public_headers
   platform/process.h
   platform/profile.h
   platform/registry.h
+  platform/text.h
+  platform/window_handle.h
   settings/PathClass.h
   settings/ValueCollection.h
   settings/XML_Settings.h

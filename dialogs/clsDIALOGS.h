@@ -46,6 +46,7 @@
 #include <tornby/platform/message_box.h>
 #include <tornby/platform/module.h>
 #include <tornby/platform/profile.h>
+#include <tornby/platform/window_handle.h>
 
 namespace tornby {
 
@@ -166,6 +167,7 @@ class clsDIALOGS {
   /// The owner window's handle; the desktop window at first. The folder dialog and the about box do not use it.
   std::int32_t lngHWnd() const { return owner_; }
   void lngHWnd(std::int32_t value) { owner_ = value; }
+  void lngHWnd(HWND__* window) { owner_ = window_number(window); }
 
   /// Runs the open dialog, which starts in strInitialDir, or in strLastOpenFolder while that is empty. The argument is
   /// not used. Empty when cancelled or failed. Otherwise the full path of the one file; for several files their names
@@ -193,6 +195,7 @@ class clsDIALOGS {
   /// Runs the folder dialog with that owner window. The folder's path, without a closing backslash (Windows gives one
   /// to the root of a drive, "C:\"), or empty when cancelled or failed. Nothing is remembered and no failure reported.
   String fstrBrowseForFolder(std::int32_t owner);
+  String fstrBrowseForFolder(HWND__* owner) { return fstrBrowseForFolder(window_number(owner)); }
 
   /// Whether the last font was bold or italic; see strFontStyle.
   bool blnIsFontBold() const { return bold_; }

@@ -7,6 +7,7 @@
 
 #include "controls/mnemonic.h"
 #include "controls/windows/window_host.h"
+#include "platform/windows/system_library.h"
 
 // Interfaces of the system have no virtual destructor: objects end by Release.
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
@@ -141,10 +142,14 @@ class Accessible final : public IAccessible {
 }  // namespace
 
 LRESULT answer_accessible_request(const std::shared_ptr<WindowHost>& host, WPARAM wparam) {
+  static const auto create_standard =
+      system_function<decltype(::CreateStdAccessibleObject)>(L"oleacc.dll", "CreateStdAccessibleObject");
+  static const auto answer_with = system_function<decltype(::LresultFromObject)>(L"oleacc.dll", "LresultFromObject");
   void* standard = nullptr;
-  if (FAILED(::CreateStdAccessibleObject(host->window(), OBJID_CLIENT, __uuidof(IAccessible), &standard))) return 0;
+  if (!create_standard || !answer_with) return 0;
+  if (FAILED(create_standard(host->window(), OBJID_CLIENT, __uuidof(IAccessible), &standard))) return 0;
   IAccessible* accessible = new Accessible(host, static_cast<IAccessible*>(standard));
-  const LRESULT answer = ::LresultFromObject(__uuidof(IAccessible), wparam, accessible);
+  const LRESULT answer = answer_with(__uuidof(IAccessible), wparam, accessible);
   accessible->Release();
   return answer;
 }

@@ -14,7 +14,6 @@
 namespace tornby {
 namespace {
 
-using windows::number_of;
 using windows::window_handle;
 
 /// The size that a structure is told to have: the caller's where the structure is the one that it means.
@@ -108,7 +107,7 @@ Margins from_system(const RECT& record) {
 
 class WindowsDialogs final : public Dialogs {
  public:
-  std::int32_t desktop_window() override { return number_of(::GetDesktopWindow()); }
+  std::int32_t desktop_window() override { return window_number(::GetDesktopWindow()); }
 
   FileDialogAnswer open_file(const FileDialogRequest& request) override {
     return run_file_dialog(::GetOpenFileNameA, request);

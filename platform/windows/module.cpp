@@ -1,14 +1,15 @@
 #include "platform/module.h"
 
+#include "platform/text.h"
 #include "platform/windows/system.h"
-#include "platform/windows/text.h"
+#include "platform/windows/system_library.h"
 
 extern "C" IMAGE_DOS_HEADER __ImageBase;  // the linker's name for the start of the module that this code is part of
 
 namespace tornby {
 namespace {
 
-using windows::wide_text;
+using windows::system_function;
 
 std::string module_path() {
   std::string path(MAX_PATH, '\0');
@@ -23,13 +24,29 @@ std::string module_path() {
   }
 }
 
+/// What reads version resources; all null where the system's library is missing.
+struct VersionFunctions {
+  decltype(&::GetFileVersionInfoSizeA) size =
+      system_function<decltype(::GetFileVersionInfoSizeA)>(L"version.dll", "GetFileVersionInfoSizeA");
+  decltype(&::GetFileVersionInfoA) read =
+      system_function<decltype(::GetFileVersionInfoA)>(L"version.dll", "GetFileVersionInfoA");
+  decltype(&::VerQueryValueA) query = system_function<decltype(::VerQueryValueA)>(L"version.dll", "VerQueryValueA");
+};
+
+const VersionFunctions& version_functions() {
+  static const VersionFunctions functions;
+  return functions;
+}
+
 /// The version resource of a module's file.
 class VersionResource {
  public:
   explicit VersionResource(const std::string& path) {
+    const VersionFunctions& version = version_functions();
+    if (!version.size || !version.read || !version.query) return;
     DWORD ignored = 0;
-    block_.resize(::GetFileVersionInfoSizeA(path.c_str(), &ignored));
-    if (!block_.empty() && !::GetFileVersionInfoA(path.c_str(), 0, static_cast<DWORD>(block_.size()), block_.data()))
+    block_.resize(version.size(path.c_str(), &ignored));
+    if (!block_.empty() && !version.read(path.c_str(), 0, static_cast<DWORD>(block_.size()), block_.data()))
       block_.clear();
   }
 
@@ -37,7 +54,7 @@ class VersionResource {
   template <class Value>
   const Value* find(const std::string& part, UINT* length) const {
     void* value = nullptr;
-    if (block_.empty() || !::VerQueryValueA(block_.data(), part.c_str(), &value, length)) return nullptr;
+    if (block_.empty() || !version_functions().query(block_.data(), part.c_str(), &value, length)) return nullptr;
     return static_cast<const Value*>(value);
   }
 
@@ -51,7 +68,7 @@ class VersionResource {
     for (const WORD code : {language[0], language[1]})
       for (int shift = 12; shift >= 0; shift -= 4) part += digits[code >> shift & 0xF];
     const char* value = find<char>(part + '\\' + name, &length);
-    return value ? wide_text(value) : String();
+    return value ? from_ansi(value) : String();
   }
 
  private:
@@ -61,7 +78,7 @@ class VersionResource {
 class WindowsModule final : public Module {
  public:
   String folder() const override {
-    const String path = wide_text(module_path());
+    const String path = from_ansi(module_path());
     const std::size_t end = path.rfind(u'\\');
     if (end == String::npos) return {};
     const bool root = end > 0 && path[end - 1] == u':';
@@ -69,7 +86,7 @@ class WindowsModule final : public Module {
   }
 
   String name() const override {
-    const String path = wide_text(module_path());
+    const String path = from_ansi(module_path());
     const String file = path.substr(path.rfind(u'\\') + 1);
     return file.substr(0, file.rfind(u'.'));
   }

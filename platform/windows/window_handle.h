@@ -1,18 +1,15 @@
-// Window handles as numbers: only 32 bits of one count, and they are extended by their sign.
+// Window handles from their numbers, which are extended by their sign.
 #pragma once
 
 #include <cstdint>
 
+#include "platform/window_handle.h"
 #include "platform/windows/system.h"
 
 namespace tornby::windows {
 
 inline HWND window_handle(std::int32_t number) {
   return reinterpret_cast<HWND>(static_cast<INT_PTR>(number));
-}
-
-inline std::int32_t number_of(HWND window) {
-  return static_cast<std::int32_t>(reinterpret_cast<INT_PTR>(window));
 }
 
 }  // namespace tornby::windows

@@ -7,12 +7,12 @@
 #include <tornby/controls/kelLabel.h>
 #include <tornby/controls/windows/window_host.h>
 #include <tornby/dialogs/clsDIALOGS.h>
+#include <tornby/platform/text.h>
 #include <tornby/settings/PathClass.h>
 
 #include <shellapi.h>
 
 #include <cstdlib>
-#include <cwchar>
 #include <exception>
 #include <memory>
 #include <utility>
@@ -37,10 +37,6 @@ struct WindowDeleter {
 };
 using Window = std::unique_ptr<HWND, WindowDeleter>;
 
-String text_of(const wchar_t* text) {
-  return String(text, text + std::wcslen(text));
-}
-
 /// The font of the system's own message boxes.
 tornby::Font message_font(int dots_per_inch) {
   tornby::Font font;
@@ -48,7 +44,7 @@ tornby::Font message_font(int dots_per_inch) {
   metrics.cbSize = sizeof metrics;
   if (!::SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0)) return font;
   const LOGFONTW& system = metrics.lfMessageFont;
-  font.name = text_of(system.lfFaceName);
+  font.name = tornby::from_wide(system.lfFaceName);
   font.size = std::abs(system.lfHeight) * 72.0 / dots_per_inch;
   font.weight = static_cast<std::int16_t>(system.lfWeight);
   font.charset = system.lfCharSet;
@@ -86,7 +82,7 @@ class Form {
     label_->AutoSize(false);
     label_->WordWrap(true);
 
-    dialogs_.lngHWnd(static_cast<std::int32_t>(reinterpret_cast<INT_PTR>(window_.get())));
+    dialogs_.lngHWnd(window_.get());
     dialogs_.strFilter(u"All files (*.*)|*.*");
     browse_->OpenBrowse = [this] { open(); };
     browse_->ChangeText = [this](String&) { check(); };
@@ -268,7 +264,7 @@ String settings_file() {
   };
   int count = 0;
   const std::unique_ptr<wchar_t*, LocalDeleter> arguments(::CommandLineToArgvW(::GetCommandLineW(), &count));
-  if (count > 1) return text_of(arguments.get()[1]);
+  if (count > 1) return tornby::from_wide(arguments.get()[1]);
   return std::get<String>(tornby::PathClass().LocalAppData()) + u"\\Tornby form.txt";
 }
 

@@ -36,7 +36,7 @@ TEST(Files, TellsFailuresApart) {
       {String(u"a\0b", 3), 52},
       {folder.path().u16string(), 75},
   };
-  for (const auto& [name, number] : cases) EXPECT_EQ(raised_number([&] { files.size(name); }), number);
+  for (const auto& item : cases) EXPECT_EQ(raised_number([&] { files.size(item.name); }), item.number);
   EXPECT_EQ(raised_number([&] { files.open_for_reading(folder.name_of("none.txt")); }), 53);
 }
 

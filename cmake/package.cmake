@@ -1,0 +1,13 @@
+# The archive of one build, made by cpack (tools/package makes them all).
+set(CPACK_GENERATOR ZIP)
+set(CPACK_PACKAGE_VENDOR "The Tornby authors")
+if(WIN32)
+  if(CMAKE_SIZEOF_VOID_P EQUAL 8)
+    set(CPACK_PACKAGE_FILE_NAME tornby-${PROJECT_VERSION}-windows-x64)
+  else()
+    set(CPACK_PACKAGE_FILE_NAME tornby-${PROJECT_VERSION}-windows-x86)
+  endif()
+endif()
+set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/packaging/same_time.cmake)
+set(CPACK_VERBATIM_VARIABLES ON)
+include(CPack)

@@ -1,0 +1,15 @@
+# Lays out what the installer installs: x86 and x64 with a DLL each, the documentation, and what other compilers need.
+set(root ${CMAKE_INSTALL_PREFIX})
+function(take build component destination)
+  execute_process(COMMAND ${CMAKE_COMMAND} --install ${build} --prefix ${root}/taken --component ${component}
+    OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
+  foreach(folder IN LISTS ARGN)
+    file(GLOB files ${root}/taken/${folder})
+    file(COPY ${files} DESTINATION ${root}/${destination})
+  endforeach()
+  file(REMOVE_RECURSE ${root}/taken)
+endfunction()
+take($ENV{TORNBY_X86} runtime x86 bin/*)
+take($ENV{TORNBY_X64} runtime x64 bin/*)
+take($ENV{TORNBY_X86} documentation doc share/doc/tornby/*)
+take($ENV{TORNBY_X86} development sdk share/tornby/* include/tornby/automation/*)
