@@ -1,7 +1,7 @@
 // Reading and setting one key, the keys of a document in turn. Names are group/who/keys, and the documents have 20
 // groups of 20 keys and 1000 groups of 100; the first of a group is what the others are compared with.
 //
-// XML_Settings keeps its text and remembers where its tags stand; the peers have read theirs into an index or a tree.
+// "load" and "save" are of a text in memory, the first with one key read.
 #include <benchmark/benchmark.h>
 
 #include <cstdint>
@@ -10,10 +10,9 @@
 
 #include "settings/XML_Settings.h"
 
-#ifndef _WIN32
 #define SI_NO_CONVERSION  // the texts here are ASCII
 #include <SimpleIni.h>
-
+#ifdef BENCH_PUGIXML
 #include <pugixml.hpp>
 #endif
 
@@ -46,7 +45,7 @@ std::vector<std::pair<std::string, std::string>> all_keys(const Shape& shape) {
 class Ours {
  public:
   explicit Ours(const Shape& shape) {
-    tornby::String text;
+    tornby::String& text = text_;
     for (int group = 0; group < shape.groups; ++group) {
       const tornby::String tag = tornby::widen(name("GROUP", group)) + u">";
       text.append(u"<").append(tag).append(u"\r\n");
@@ -66,19 +65,29 @@ class Ours {
   std::size_t set(std::size_t i) {
     const auto& [group, key] = keys_[i % keys_.size()];
     settings_.SaveSetting(group, key, i % 2 == 0 ? u"other" : u"value");
+    return 0;
+  }
+  std::size_t load(std::size_t) {
+    tornby::XML_Settings settings;
+    settings.SetContents(text_);
+    return settings.GetSetting(u"GROUP7", u"KEY7", u"").size();
+  }
+  std::size_t save(std::size_t i) {
+    set(i);
     return settings_.GetContents().size();
   }
 
  private:
+  tornby::String text_;
   tornby::XML_Settings settings_;
   std::vector<std::pair<tornby::String, tornby::String>> keys_;
 };
 
-#ifndef _WIN32
 class Ini {
  public:
   explicit Ini(const Shape& shape) : keys_(all_keys(shape)) {
     for (const auto& [group, key] : keys_) ini_.SetValue(group.c_str(), key.c_str(), "value");
+    ini_.Save(text_);
   }
   std::size_t get(std::size_t i) {
     const auto& [group, key] = keys_[i % keys_.size()];
@@ -88,12 +97,25 @@ class Ini {
     const auto& [group, key] = keys_[i % keys_.size()];
     return static_cast<std::size_t>(ini_.SetValue(group.c_str(), key.c_str(), i % 2 == 0 ? "other" : "value"));
   }
+  std::size_t load(std::size_t) {
+    CSimpleIniA ini;
+    ini.LoadData(text_);
+    return std::string(ini.GetValue("GROUP7", "KEY7", "")).size();
+  }
+  std::size_t save(std::size_t i) {
+    set(i);
+    std::string text;
+    ini_.Save(text);
+    return text.size();
+  }
 
  private:
   CSimpleIniA ini_;
+  std::string text_;
   std::vector<std::pair<std::string, std::string>> keys_;
 };
 
+#ifdef BENCH_PUGIXML
 class Xml {
  public:
   explicit Xml(const Shape& shape) : root_(document_.append_child("settings")), keys_(all_keys(shape)) {
@@ -101,9 +123,19 @@ class Xml {
       pugi::xml_node node = root_.append_child(name("GROUP", group).c_str());
       for (int key = 0; key < shape.keys; ++key) node.append_child(name("KEY", key).c_str()).text().set("value");
     }
+    text_ = text();
   }
   std::size_t get(std::size_t i) { return std::string(find(i).text().get()).size(); }
   std::size_t set(std::size_t i) { return find(i).text().set(i % 2 == 0 ? "other" : "value"); }
+  std::size_t load(std::size_t) {
+    pugi::xml_document document;
+    document.load_buffer(text_.data(), text_.size());
+    return std::string(document.child("settings").child("GROUP7").child("KEY7").text().get()).size();
+  }
+  std::size_t save(std::size_t i) {
+    set(i);
+    return text().size();
+  }
 
  private:
   pugi::xml_node find(std::size_t i) const {
@@ -111,40 +143,46 @@ class Xml {
     return root_.child(group.c_str()).child(key.c_str());
   }
 
+  std::string text() const {
+    struct Writer final : pugi::xml_writer {
+      std::string text;
+      void write(const void* data, std::size_t size) override { text.append(static_cast<const char*>(data), size); }
+    } writer;
+    document_.save(writer);
+    return writer.text;
+  }
+
   pugi::xml_document document_;
   pugi::xml_node root_;
+  std::string text_;
   std::vector<std::pair<std::string, std::string>> keys_;
 };
 #endif
 
-template <class Document>
-void get(benchmark::State& state) {
+template <class Document, std::size_t (Document::*action)(std::size_t)>
+void run(benchmark::State& state) {
   Document document(shape_of(state));
   std::size_t i = 0;
-  for (auto _ : state) benchmark::DoNotOptimize(document.get(i++));
-}
-
-template <class Document>
-void set(benchmark::State& state) {
-  Document document(shape_of(state));
-  std::size_t i = 0;
-  for (auto _ : state) benchmark::DoNotOptimize(document.set(i++));
+  for (auto _ : state) benchmark::DoNotOptimize((document.*action)(i++));
 }
 
 void add(const std::string& name, void (*run)(benchmark::State&)) {
   benchmark::RegisterBenchmark(name.c_str(), run)->Arg(400)->Arg(100'000)->Unit(benchmark::kNanosecond);
 }
 
+template <class Document>
+void add_all(const std::string& who) {
+  add("get/" + who, run<Document, &Document::get>);
+  add("set/" + who, run<Document, &Document::set>);
+  add("load/" + who, run<Document, &Document::load>);
+  add("save/" + who, run<Document, &Document::save>);
+}
+
 const bool added = [] {
-  add("get/XML_Settings", get<Ours>);
-#ifndef _WIN32
-  add("get/SimpleIni", get<Ini>);
-  add("get/pugixml", get<Xml>);
-#endif
-  add("set/XML_Settings", set<Ours>);
-#ifndef _WIN32
-  add("set/SimpleIni", set<Ini>);
-  add("set/pugixml", set<Xml>);
+  add_all<Ours>("XML_Settings");
+  add_all<Ini>("SimpleIni");
+#ifdef BENCH_PUGIXML
+  add_all<Xml>("pugixml");
 #endif
   return true;
 }();

@@ -37,6 +37,7 @@ set(public_headers
   settings/PathClass.h
   settings/ValueCollection.h
   settings/XML_Settings.h
+  settings/document/contents.h
   settings/document/tag_finder.h
   settings/document/tag_index.h
   settings/document/text.h)

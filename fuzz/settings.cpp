@@ -46,9 +46,10 @@ class Dice {
   bool one_in(unsigned count) { return input_->one_in(count); }
 
   String word() {
-    static const String words[] = {u"",     u"A",           u"a", u"B",  u"AB", u"ab",     u"OPT",    u"Opt",
-                                   u"FILE", u"RECENTFILES", u"1", u"-1", u" ",  u"\u00E9", u"\u00DF", u"/A",
-                                   u"</A>", u"A></A",       u"<", u">",  u"I",  u"FI",     u"WIDTH",  u"TH"};
+    static const String words[] = {u"",       u"A",     u"a",           u"B",     u"AB", u"ab", u"OPT",
+                                   u"Opt",    u"FILE",  u"RECENTFILES", u"1",     u"-1", u" ",  u"\u00E9",
+                                   u"\u00DF", u"/A",    u"</A>",        u"A></A", u"<",  u">",  u"I",
+                                   u"FI",     u"WIDTH", u"TH",          u"\r\n"};
     return words[below(std::size(words))];
   }
   String tag() {
@@ -90,6 +91,26 @@ class Dice {
     return text;
   }
 
+  /// As SaveSetting writes it, or nearly so.
+  String plain_text() {
+    String text;
+    for (unsigned group = below(4); group > 0; --group) {
+      const String name = one_in(20) ? word() : String(1, u" AG1"[group]);
+      text += u"<" + name + u">\r\n";
+      for (unsigned key = below(4); key > 0; --key) {
+        const String key_name(1, u" IWT"[one_in(8) ? 1 : key]);
+        text += u"<" + key_name + u">" + plain_word() + u"</" + key_name + u">\r\n";
+      }
+      text += u"</" + name + u">";
+      for (unsigned line = one_in(4) ? below(4) : 1; line > 0; --line) text += u"\r\n";
+    }
+    return text;
+  }
+  String plain_word() {
+    static const String words[] = {u"A", u"G", u"1", u"I", u"W", u"T", u"a", u"i", u"v", u"v\r\nv", u""};
+    return one_in(20) ? word() : words[below(std::size(words))];
+  }
+
  private:
   Input* input_;
 };
@@ -116,13 +137,15 @@ void settings(Input input) {
     actual.ProgressCurrent = meddler(meddling, actual_seen);
     expected.progress_current = meddler(meddling, expected_seen);
   }
-  expected.contents = dice.text(12);
+  const bool plain = dice.one_in(2);
+  expected.contents = plain ? dice.plain_text() : dice.text(12);
   actual.SetContents(expected.contents);
 
-  for (unsigned step = 1 + dice.below(8); step > 0; --step) {
-    const String a = dice.word(), b = dice.word(), c = dice.one_in(4) ? dice.text(4) : dice.word();
+  for (unsigned step = 1 + dice.below(12); step > 0; --step) {
+    const String a = plain ? dice.plain_word() : dice.word(), b = plain ? dice.plain_word() : dice.word();
+    const String c = plain ? dice.plain_word() : dice.one_in(4) ? dice.text(4) : dice.word();
     const bool flag = dice.one_in(2);
-    const unsigned operation = dice.below(15);
+    const unsigned operation = plain && dice.one_in(2) ? 7 : dice.below(15);
     const Outcome actually([&](Outcome& out) {
       switch (operation) {
         case 0:

@@ -86,7 +86,7 @@ void XML_Settings::FileName(StringView path) {
   file_name_ = path;
   unread_ = true;
   change_to(clsApi(*code_page_, *files_).ApiReadFile(file_name_));
-  unread_ = contents_.empty() && holds_something(*files_, file_name_);
+  unread_ = GetContents().empty() && holds_something(*files_, file_name_);
 }
 
 void XML_Settings::InsertGroup(StringView group, StringView text) {
@@ -97,11 +97,11 @@ void XML_Settings::insert(StringView group, const Block& present, StringView tex
   String changed;
   if (present.found()) {
     String rest;
-    rest.reserve(contents_.size());
-    rest.append(contents_, 0, static_cast<std::size_t>(present.start - 1)).append(cut(contents_, present.end));
+    rest.reserve(GetContents().size());
+    rest.append(GetContents(), 0, static_cast<std::size_t>(present.start - 1)).append(cut(GetContents(), present.end));
     changed = RemoveEmptyLines(rest);
   } else {
-    changed = contents_;
+    changed = GetContents();
   }
   changed.append(line_break);
   // An empty name occurs in every text that is not empty itself.
@@ -115,7 +115,7 @@ void XML_Settings::insert(StringView group, const Block& present, StringView tex
 }
 
 void XML_Settings::change_to(String text) {
-  contents_ = std::move(text);
+  contents_.assign(std::move(text));
   finder_.forget();
 }
 
@@ -128,7 +128,7 @@ void XML_Settings::Save() {
     }
     unread_ = false;
   }
-  clsApi(*code_page_, *files_).apiSaveFile(file_name_, RemoveEmptyLines(contents_));
+  clsApi(*code_page_, *files_).apiSaveFile(file_name_, RemoveEmptyLines(GetContents()));
 }
 
 String XML_Settings::RemoveEmptyLines(StringView text) {
@@ -152,7 +152,7 @@ String XML_Settings::RemoveEmptyLines(StringView text) {
 std::unique_ptr<StringCollection> XML_Settings::ExtractBlock(StringView group) {
   const Block found = find_block(group);
   if (!found.found()) return nullptr;
-  const String block(found.in(contents_));  // a handler may change the document
+  const String block(found.in(GetContents()));  // a handler may change the document
   auto items = std::make_unique<StringCollection>();
   auto maximum = static_cast<std::int32_t>(block.size());
   auto position = static_cast<std::int32_t>(length(group) - 1);
@@ -174,23 +174,24 @@ std::unique_ptr<StringCollection> XML_Settings::ExtractBlock(StringView group) {
 StringCollection XML_Settings::ExtractBlock2(StringView name, bool whole) const {
   StringCollection items;
   const Tags tags = make_tags(name);
-  for (Position from = 1; from <= length(contents_);) {
-    const Position start = position_of(contents_, tags.opening, from);
+  for (Position from = 1; from <= length(GetContents());) {
+    const Position start = position_of(GetContents(), tags.opening, from);
     if (start == 0) break;
-    const Position end = position_of(contents_, tags.closing, start + 1);
+    const Position end = position_of(GetContents(), tags.closing, start + 1);
     if (end == 0) break;
     if (whole)
-      items.add(String(without_blanks_around(cut(contents_, start - 1, end - start + length(tags.closing) + 2))));
+      items.add(String(without_blanks_around(cut(GetContents(), start - 1, end - start + length(tags.closing) + 2))));
     else
-      items.add(String(cut(contents_, start + length(tags.opening), end - start - length(tags.opening))));
+      items.add(String(cut(GetContents(), start + length(tags.opening), end - start - length(tags.opening))));
     from = end + 1;
   }
   return items;
 }
 
 String XML_Settings::GetSetting(StringView group, StringView key, StringView default_value) const {
+  if (const auto value = contents_.get(group, key, default_value)) return String(*value);
   const Block found = find_block(group);
-  return String(found.found() ? value_in(found.in(contents_), key, default_value) : default_value);
+  return String(found.found() ? value_in(found.in(GetContents()), key, default_value) : default_value);
 }
 
 void XML_Settings::UpdateRecent(StringView path) {
@@ -219,8 +220,9 @@ std::vector<String> XML_Settings::ExtractRecent() {
 }
 
 void XML_Settings::SaveSetting(StringView group, StringView key, StringView value) {
+  if (contents_.set(group, key, value)) return finder_.forget();
   const Block found = find_block(group);
-  String block(found.found() ? found.in(contents_) : StringView());
+  String block(found.found() ? found.in(GetContents()) : StringView());
   const Block place = found.found() ? find_block(key, block) : Block();
   if (place.found()) {
     const String element(place.in(block));
@@ -276,23 +278,23 @@ String XML_Settings::GetStructure(StringView name, bool ignore_case) const {
 }
 
 StringCollection XML_Settings::FindNodes() const {
-  return document::top_level_tags(contents_);
+  return document::top_level_tags(GetContents());
 }
 
 String XML_Settings::GetNodeValue(StringView tag) const {
   if (tag.empty()) return {};
-  const Position start = position_of(contents_, tag);
+  const Position start = position_of(GetContents(), tag);
   if (start == 0) return {};
   const String closing = replace_all(tag, u"<", u"</");
-  const Position count = position_of(contents_, closing, start) - start + length(closing);
+  const Position count = position_of(GetContents(), closing, start) - start + length(closing);
   if (count < 0) return {};
-  return document::remove_first(document::remove_first(cut(contents_, start, count), tag), closing);
+  return document::remove_first(document::remove_first(cut(GetContents(), start, count), tag), closing);
 }
 
 /// A block of the document, found ignoring case.
 XML_Settings::Block XML_Settings::find_block(StringView name) const {
   return Block::of(make_tags(upper(name)),
-                   [this](StringView tag, Position from) { return finder_.find(contents_, tag, from); });
+                   [this](StringView tag, Position from) { return finder_.find(GetContents(), tag, from); });
 }
 
 /// A block of `text` with upper-case tags; in place of an empty text the document is searched.
@@ -302,14 +304,16 @@ XML_Settings::Block XML_Settings::find_block(StringView name, StringView text) c
                    [text](StringView tag, Position from) { return position_of(text, tag, from); });
 }
 
-/// What the first block of that name holds, less `trim` characters at each end.
+/// What the first block of that name holds, less `trim` characters at each end. An empty document has no text to be
+/// searched letter for letter, and no blocks.
 String XML_Settings::inner_text(StringView name, bool ignore_case, Position trim) const {
-  const Block block = ignore_case ? find_block(name) : contents_.empty() ? Block() : find_block(name, contents_);
+  if (GetContents().empty()) return {};
+  const Block block = ignore_case ? find_block(name) : find_block(name, GetContents());
   const Tags tags = make_tags(name);
   const Position start = block.start + length(tags.opening) + trim;
   const Position count = block.end - length(tags.closing) - trim - start;
   if (!block.found() || count < 0) return {};
-  const StringView inner = cut(contents_, start, count);
+  const StringView inner = cut(GetContents(), start, count);
   return ignore_case ? upper(inner) : String(inner);
 }
 

@@ -22,8 +22,9 @@
 // procedure call or argument) and save nothing, while InsertGroup repeats what lies between, so that nothing is lost.
 // Everywhere else, a "<" without a ">" after it, a block without its closing tag and a key without one are passed over.
 // Whatever the document and the arguments hold, a member takes time in proportion to them and to its result, times the
-// logarithm at most. Searches ignoring case are remembered: a document that is read from many times finds its groups at
-// once, and one object is used by one thread at a time, for reading too.
+// logarithm at most. GetSetting and SaveSetting do not depend on the size of a document that looks as SaveSetting
+// writes it (settings/document/contents.h), but for the first of them after another member or a file has changed the
+// text. One object is used by one thread at a time, for reading too.
 //
 // Files are read and written through checksums/clsApi.h. Bytes that the document's editing does not touch come back as
 // they were: line ends of either kind, a byte-order mark, every byte of a single-byte code page. Saving removes empty
@@ -42,6 +43,7 @@
 #include <tornby/platform/code_page.h>
 #include <tornby/platform/files.h>
 #include <tornby/settings/ValueCollection.h>
+#include <tornby/settings/document/contents.h>
 #include <tornby/settings/document/tag_finder.h>
 
 namespace tornby {
@@ -133,7 +135,7 @@ class XML_Settings {
   String GetStructure(StringView name, bool ignore_case) const;
 
   void SetContents(StringView text) { change_to(String(text)); }
-  const String& GetContents() const { return contents_; }
+  const String& GetContents() const { return contents_.text(); }
 
   /// The figure of the last `ProgressMax`, as its handler left it; 0 before the first `ExtractBlock` has ended.
   std::int32_t MaxElements() const { return max_elements_; }
@@ -170,7 +172,7 @@ class XML_Settings {
   const Files* files_;
   String file_name_;
   bool unread_ = false;  // the file holds what the document does not
-  String contents_;
+  mutable document::Contents contents_;
   mutable document::TagFinder finder_;
   std::int32_t max_elements_ = 0;
 };
