@@ -38,7 +38,9 @@ class ChildBlocks {
   std::size_t tag_ = 0;
   std::size_t tag_end_ = 0;
   SequenceHash name_;
-  // No block is found from these positions.
+  // The walk asks for one position after the other, and what was found barren stays so: from any of these positions,
+  // both included, the same "<" comes next (or none), and its name has no block from there on. So no tag is looked up
+  // twice, and a walk over tags that are never closed takes a step for each.
   Position barren_from_ = 1;
   Position barren_to_ = 0;
 };
