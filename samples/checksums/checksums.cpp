@@ -1,6 +1,7 @@
 // Prints the CRC-32 of each file named on the command line.
 #include <tornby/checksums/clsApi.h>
 #include <tornby/checksums/clsCRC.h>
+#include <tornby/platform/text.h>
 
 #include <cstdio>
 #include <string>
@@ -19,7 +20,7 @@ tornby::Variant checksum_of(tornby::StringView file_name) {
 int main(int argc, char** argv) {
   int status = 0;
   for (int i = 1; i < argc; ++i) {
-    const tornby::Variant result = checksum_of(tornby::widen(argv[i]));
+    const tornby::Variant result = checksum_of(tornby::from_ansi(argv[i]));
     if (const auto* checksum = std::get_if<std::int32_t>(&result)) {
       std::printf("%08X  %s\n", static_cast<unsigned>(*checksum), argv[i]);
     } else {

@@ -3,17 +3,20 @@
 //   short    an open dialog with too little room for any name: a message box reports it
 //   prompt   an open dialog that cannot even be asked for: the prompt with its three buttons
 #include <tornby/dialogs/clsDIALOGS.h>
+#include <tornby/platform/text.h>
 
+#include <algorithm>
 #include <cstdio>
+#include <string>
 #include <string_view>
 
 namespace {
 
-/// The text in ASCII, with a line break for each NUL.
+/// The text, with a line break for each NUL.
 void print(const char* label, tornby::StringView text) {
-  std::printf("%s: ", label);
-  for (const char16_t character : text) std::putchar(character == 0 ? '\n' : character < 0x80 ? character : '?');
-  std::putchar('\n');
+  std::string bytes = tornby::to_ansi(text);
+  std::replace(bytes.begin(), bytes.end(), '\0', '\n');
+  std::printf("%s: %s\n", label, bytes.c_str());
 }
 
 int show(tornby::clsDIALOGS& dialogs, std::string_view kind) {
@@ -55,6 +58,6 @@ int main(int argc, char** argv) {
   if (argc < 2) return 2;
   tornby::clsDIALOGS dialogs;
   dialogs.strFilter(u"Text files (*.txt;*.md)|*.txt;*.md|All files (*.*)|*.*");
-  if (argc > 2) dialogs.strInitialDir(tornby::widen(argv[2]));
+  if (argc > 2) dialogs.strInitialDir(tornby::from_ansi(argv[2]));
   return show(dialogs, argv[1]);
 }

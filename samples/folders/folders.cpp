@@ -1,4 +1,5 @@
 // Prints each path named on the command line with tokens in place of special folders.
+#include <tornby/platform/text.h>
 #include <tornby/settings/PathClass.h>
 
 #include <cstdio>
@@ -6,9 +7,8 @@
 int main(int argc, char** argv) {
   const tornby::PathClass paths;
   for (int i = 1; i < argc; ++i) {
-    tornby::String path = tornby::widen(argv[i]);
+    tornby::String path = tornby::from_ansi(argv[i]);
     paths.ProcessPath(path, false);
-    for (const char16_t unit : path) std::putchar(unit < 0x80 ? static_cast<char>(unit) : '?');
-    std::putchar('\n');
+    std::puts(tornby::to_ansi(path).c_str());
   }
 }

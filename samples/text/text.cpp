@@ -3,6 +3,7 @@
 // Usage: text encipher|decipher file key
 #include <tornby/checksums/clsApi.h>
 #include <tornby/checksums/clsEncryptXOR.h>
+#include <tornby/platform/text.h>
 
 #include <cstdio>
 #include <string_view>
@@ -12,10 +13,10 @@ int main(int argc, char** argv) {
     std::puts("usage: text encipher|decipher file key");
     return 2;
   }
-  const tornby::String name = tornby::widen(argv[2]);
+  const tornby::String name = tornby::from_ansi(argv[2]);
   const tornby::clsApi api;
   tornby::clsEncryptXOR cipher;
-  cipher.Key(tornby::widen(argv[3]));
+  cipher.Key(tornby::from_ansi(argv[3]));
 
   tornby::String text = api.ApiReadFile(name);
   if (text.ends_with(u"\r\n")) text.resize(text.size() - 2);  // apiSaveFile puts it back
