@@ -27,16 +27,16 @@ std::size_t buffer_size(std::uint64_t file_size) {
   return static_cast<std::size_t>(file_size);
 }
 
-/// Reads the file into `buffer`, which has room for its size, each part summed while it is still in the cache. What is
-/// not to be summed is read all the same, since it may fail, but to one place.
+/// Reads the file part by part, each to the start of `buffer` and summed while it is in the cache, so that the rest of
+/// the buffer is never touched: new memory costs more than reading. What is not to be summed is read all the same,
+/// since that may fail.
 std::uint32_t read_and_sum(InputFile& file, std::uint8_t* buffer, std::size_t size, bool sums) {
   constexpr std::size_t part = std::size_t{1} << 18;
   auto crc = static_cast<std::uint32_t>(crc32_start);
   for (std::size_t done = 0; done < size;) {
-    std::uint8_t* const place = sums ? buffer + done : buffer;
     const std::size_t want = std::min(part, size - done);
-    const std::size_t got = file.read({place, want});
-    if (sums) crc = crc::update_crc32(crc, place, got);
+    const std::size_t got = file.read({buffer, want});
+    if (sums) crc = crc::update_crc32(crc, buffer, got);
     if (got < want) break;
     done += got;
   }
@@ -49,7 +49,7 @@ std::uint32_t sum_whole(InputFile& file, bool sums) {
     const std::size_t size = buffer_size(file.size());
     std::array<std::uint8_t, 1 << 14> small;
     if (size <= small.size()) return read_and_sum(file, small.data(), size, sums);
-    const LargeBuffer buffer(size);
+    const LargeBuffer buffer(size);  // which a process may have no room for
     return read_and_sum(file, buffer.data(), size, sums);
   } catch (...) {
     file.leave_open();
