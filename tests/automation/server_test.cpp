@@ -4,6 +4,7 @@
 #include <string>
 
 #include "server.h"
+#include "support/temporary_folder.h"
 
 namespace tornby {
 namespace {
@@ -106,6 +107,61 @@ TEST(Server, RegistersForTheMachineAndRemovesItAll) {
   EXPECT_EQ(call_export(server, "DllUnregisterServer"), S_OK) << "removing twice is no failure";
 }
 
+#ifdef _WIN64
+/// Runs a program of the 32-bit or of the 64-bit system folder and returns its status.
+DWORD run(const wchar_t* folder, const std::wstring& arguments) {
+  std::wstring command = std::wstring(L"C:\\windows\\") + folder + L"\\" + arguments;
+  STARTUPINFOW start = {};
+  start.cb = sizeof start;
+  PROCESS_INFORMATION process = {};
+  if (!::CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &process))
+    return MAXDWORD;
+  DWORD status = MAXDWORD;
+  ::WaitForSingleObject(process.hProcess, 60'000);
+  ::GetExitCodeProcess(process.hProcess, &status);
+  ::CloseHandle(process.hProcess);
+  ::CloseHandle(process.hThread);
+  return status;
+}
+
+TEST(Server, StandsBesideThe32BitOneAndLeavesItAlone) {
+  std::wstring other = testing::dll_path();
+  const std::size_t kind = other.find(L"windows-x64");
+  if (kind != std::wstring::npos) other.replace(kind, 11, L"windows-x86");
+  if (kind == std::wstring::npos || ::GetFileAttributesW(other.c_str()) == INVALID_FILE_ATTRIBUTES)
+    GTEST_SKIP() << "the 32-bit DLL is not built";
+  const testing::TemporaryFolder folder;
+  folder.write("check.vbs",
+               "sum = CreateObject(\"Tornby.clsCRC\").CalculateString(\"123456789\")\r\n"
+               "If sum = -873187034 Then WScript.Quit 64\r\n"
+               "If sum = 771566984 Or sum = -771566985 Then WScript.Quit 32\r\nWScript.Quit 1\r\n");
+  const std::wstring check = L"cscript.exe //nologo " + (folder.path() / "check.vbs").wstring();
+  const std::wstring own = std::wstring(L"Software\\Classes\\CLSID\\") + classes[0].clsid + L"\\InprocServer32";
+  const std::wstring others =
+      std::wstring(L"Software\\Classes\\Wow6432Node\\CLSID\\") + classes[0].clsid + L"\\InprocServer32";
+  const Server server;
+  for (const bool other_first : {true, false}) {
+    if (other_first) {
+      ASSERT_EQ(run(L"syswow64", L"regsvr32.exe /s " + other), 0u);
+    }
+    ASSERT_EQ(call_export(server, "DllRegisterServer"), S_OK);
+    if (!other_first) {
+      ASSERT_EQ(run(L"syswow64", L"regsvr32.exe /s " + other), 0u);
+    }
+    EXPECT_EQ(read_key(HKEY_LOCAL_MACHINE, own), testing::dll_path());
+    EXPECT_EQ(read_key(HKEY_LOCAL_MACHINE, others), other);
+    EXPECT_EQ(run(L"system32", check), 64u);
+    EXPECT_EQ(run(L"syswow64", check), 32u) << "of a text alone the 32-bit class gives another sum there";
+
+    ASSERT_EQ(call_export(server, "DllUnregisterServer"), S_OK);
+    EXPECT_EQ(read_key(HKEY_LOCAL_MACHINE, others), other);
+    EXPECT_EQ(run(L"syswow64", check), 32u) << "without the 64-bit one";
+    ASSERT_EQ(run(L"syswow64", L"regsvr32.exe /s /u " + other), 0u);
+    EXPECT_EQ(read_key(HKEY_LOCAL_MACHINE, others), L"(none)");
+  }
+}
+#endif
+
 TEST(Server, RegistersForTheUserAndRemovesItAll) {
   const Server server;
   EXPECT_EQ(install(server, TRUE, L"somebody"), E_INVALIDARG);
@@ -203,6 +259,7 @@ TEST(Server, CarriesItsVersion) {
   ASSERT_TRUE(::GetFileVersionInfoW(dll.c_str(), 0, static_cast<DWORD>(block.size()), block.data()));
   void* text = nullptr;
   UINT length = 0;
+  EXPECT_TRUE(::VerQueryValueW(block.data(), L"\\StringFileInfo\\040904E4\\OLESelfRegister", &text, &length));
   ASSERT_TRUE(::VerQueryValueW(block.data(), L"\\StringFileInfo\\040904E4\\ProductName", &text, &length));
   EXPECT_STREQ(static_cast<wchar_t*>(text), L"Tornby");
 }
