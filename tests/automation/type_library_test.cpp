@@ -63,7 +63,8 @@ void for_each_member(ITypeInfo* type, const TYPEATTR& attributes, const std::fun
 std::set<std::string> idl_words() {
   std::set<std::string> words;
   for (const auto& file : std::filesystem::directory_iterator(TORNBY_IDL_FOLDER)) {
-    if (file.path().filename() == "oaidl.idl" || file.path().filename() == "ocidl.idl") continue;
+    const bool is_ours = file.path().filename() != "oaidl.idl" && file.path().filename() != "ocidl.idl";
+    if (!is_ours || file.path().extension() != ".idl") continue;
     std::ifstream stream(file.path());
     std::string source((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
     source = std::regex_replace(source, std::regex("\"[^\"]*\"|//[^\n]*"), " ");
