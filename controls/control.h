@@ -75,6 +75,8 @@ class Control {
   virtual void key_press(Part, std::int16_t& /*character*/) {}
   /// The text of the edit field changed, by the user or by the control.
   virtual void text_changed() {}
+  /// The form offers something else than before: a control that has what the form offered goes along.
+  virtual void follow(const Ambients& /*before*/, const Ambients& /*now*/) {}
   virtual void got_focus() {}
   virtual void lost_focus() {}
 
@@ -90,6 +92,10 @@ class Control {
  protected:
   ControlHost& host() const { return *host_; }
   Surface& surface() const { return host_->surface(); }
+  template <class Value>
+  static bool goes_along(const Value& own, const std::optional<Value>& before, const std::optional<Value>& now) {
+    return before && now && own == *before && *now != *before;
+  }
 
  private:
   ControlHost* host_;

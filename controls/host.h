@@ -9,6 +9,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include <tornby/controls/property_bag.h>
@@ -155,6 +156,13 @@ class DropDownElement {
   virtual std::int32_t button_width() const = 0;
 };
 
+/// What a form offers its controls; nothing where it has nothing to say.
+struct Ambients {
+  std::optional<Font> font;
+  std::optional<Color> back_color;
+  std::optional<Color> fore_color;
+};
+
 /// One control's place on a form. It outlives its control.
 class ControlHost {
  public:
@@ -170,6 +178,9 @@ class ControlHost {
   /// The named property changed: the stored settings are out of date.
   virtual void property_changed(StringView name) = 0;
   virtual Font ambient_font() const = 0;
+  /// For new controls.
+  virtual std::optional<Color> ambient_back_color() const { return std::nullopt; }
+  virtual std::optional<Color> ambient_fore_color() const { return std::nullopt; }
   /// The name of this control on its form.
   virtual String display_name() const = 0;
 };

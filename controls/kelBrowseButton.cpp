@@ -214,6 +214,12 @@ void kelBrowseButton::WriteProperties(PropertyBag& bag) const {
   }
 }
 
+void kelBrowseButton::follow(const Ambients& before, const Ambients& now) {
+  if (!goes_along(Font(), before.font, now.font)) return;
+  Font(*now.font);
+  resize();
+}
+
 void kelBrowseButton::resize() {
   edit_->height(1);  // it keeps its own least height
   edit_->width(std::max(0.0, surface().scale_width() - button_width_ - 10));

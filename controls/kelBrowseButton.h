@@ -98,6 +98,7 @@ class kelBrowseButton final : public Control {
   void ReadProperties(const PropertyBag& bag) override;
   void WriteProperties(PropertyBag& bag) const override;
   void resize() override;
+  void follow(const Ambients& before, const Ambients& now) override;
   void paint() override;
   void mouse_down(Part part, std::int16_t button, Pointer at) override;
   void mouse_move(Part part, std::int16_t held, Pointer at) override;

@@ -153,7 +153,15 @@ void kelHyperLabel::InitProperties() {
   picture_ = nullptr;
   use_dynamic_height_ = false;
   label_->font(host().ambient_font());
+  if (const auto color = host().ambient_back_color()) surface().back_color(*color);
   make_caption_one_line_high();
+}
+
+void kelHyperLabel::follow(const Ambients& before, const Ambients& now) {
+  if (goes_along(BackColor(), before.back_color, now.back_color)) BackColor(*now.back_color);
+  if (!goes_along(Font(), before.font, now.font)) return;
+  Font(*now.font);
+  resize();
 }
 
 void kelHyperLabel::ReadProperties(const PropertyBag& bag) {

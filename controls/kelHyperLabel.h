@@ -68,6 +68,7 @@ class kelHyperLabel final : public Control {
   /// LinkColor is left out when it is 0x008000, though a missing one reads as 0xD54600.
   void WriteProperties(PropertyBag& bag) const override;
   void resize() override;
+  void follow(const Ambients& before, const Ambients& now) override;
   void mouse_down(Part part, std::int16_t button, Pointer at) override;
   void mouse_move(Part part, std::int16_t held, Pointer at) override;
   void mouse_up(Part part, std::int16_t button, Pointer at) override;

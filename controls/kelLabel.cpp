@@ -167,6 +167,16 @@ void kelLabel::InitProperties() {
   vertical_alignment_ = 1;
   use_border_lines_ = false;
   label_->font(host().ambient_font());
+  if (const auto color = host().ambient_back_color()) surface().back_color(*color);
+  if (const auto color = host().ambient_fore_color()) label_->fore_color(*color);
+}
+
+void kelLabel::follow(const Ambients& before, const Ambients& now) {
+  if (goes_along(BackColor(), before.back_color, now.back_color)) BackColor(*now.back_color);
+  if (goes_along(ForeColor(), before.fore_color, now.fore_color)) ForeColor(*now.fore_color);
+  if (!goes_along(Font(), before.font, now.font)) return;
+  Font(*now.font);
+  Refresh();
 }
 
 void kelLabel::ReadProperties(const PropertyBag& bag) {

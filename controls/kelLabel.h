@@ -79,6 +79,7 @@ class kelLabel final : public Control {
   /// A DisplayRubberBand is always stored, since its default, the integer 1, equals neither true nor false.
   void WriteProperties(PropertyBag& bag) const override;
   void resize() override;
+  void follow(const Ambients& before, const Ambients& now) override;
   void mouse_down(Part part, std::int16_t button, Pointer at) override;
   void mouse_up(Part part, std::int16_t button, Pointer at) override;
   String accessible_name() const override { return label_->caption(); }

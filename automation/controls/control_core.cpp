@@ -72,15 +72,24 @@ bool ControlCore::ambient(DISPID property, VARIANT* value) const {
 }
 
 Font ControlCore::ambient_font() const {
+  given_.font = Font();
   OwnedVariant value;
   if (!ambient(DISPID_AMBIENT_FONT, value.get()) || (value->vt != VT_DISPATCH && value->vt != VT_UNKNOWN) ||
       !value->punkVal)
-    return Font();
+    return *given_.font;
   try {
-    return describe_font(value->punkVal);
+    given_.font = describe_font(value->punkVal);
   } catch (const std::exception&) {
-    return Font();  // what the container calls a font is none
+    // What the container calls a font is none.
   }
+  return *given_.font;
+}
+
+std::optional<Color> ControlCore::ambient_color(DISPID property) const {
+  OwnedVariant value;
+  auto& given = property == DISPID_AMBIENT_BACKCOLOR ? given_.back_color : given_.fore_color;
+  const bool known = ambient(property, value.get()) && (value->vt == VT_I4 || value->vt == VT_UI4);
+  return given = known ? std::optional(static_cast<Color>(value->lVal)) : std::nullopt;
 }
 
 String ControlCore::display_name() const {
@@ -99,7 +108,13 @@ bool ControlCore::in_design() const {
 }
 
 void ControlCore::ambient_changed(DISPID property) {
-  if (property == DISPID_AMBIENT_USERMODE || property == DISPID_UNKNOWN) in_design_.reset();
+  const auto concerns = [&](DISPID one) { return property == one || property == DISPID_UNKNOWN; };
+  if (concerns(DISPID_AMBIENT_USERMODE)) in_design_.reset();
+  const Ambients before = given_;
+  if (before.font && concerns(DISPID_AMBIENT_FONT)) ambient_font();
+  if (before.back_color && concerns(DISPID_AMBIENT_BACKCOLOR)) ambient_color(DISPID_AMBIENT_BACKCOLOR);
+  if (before.fore_color && concerns(DISPID_AMBIENT_FORECOLOR)) ambient_color(DISPID_AMBIENT_FORECOLOR);
+  if (settings_ == Settings::there) control().follow(before, Ambients(given_));
   host_->redraw();
 }
 

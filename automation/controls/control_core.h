@@ -118,6 +118,12 @@ class ControlCore {
       if (owner_) owner_->property_changed(name);
     }
     Font ambient_font() const override { return owner_ ? owner_->ambient_font() : Font(); }
+    std::optional<Color> ambient_back_color() const override {
+      return owner_ ? owner_->ambient_color(DISPID_AMBIENT_BACKCOLOR) : std::nullopt;
+    }
+    std::optional<Color> ambient_fore_color() const override {
+      return owner_ ? owner_->ambient_color(DISPID_AMBIENT_FORECOLOR) : std::nullopt;
+    }
     String display_name() const override { return owner_ ? owner_->display_name() : String(); }
     bool takes_size_request(SIZE wanted) override { return owner_ && owner_->request_size(wanted); }
     /// There is nobody to tell: the container has already got what it could.
@@ -144,6 +150,7 @@ class ControlCore {
   static constexpr RECT initial_place = {0, 0, 121, 33};  // pixels, until a container says otherwise
 
   Font ambient_font() const;
+  std::optional<Color> ambient_color(DISPID property) const;
   void property_changed(StringView name);
   void picture_changed();
 
@@ -155,6 +162,7 @@ class ControlCore {
   ComPtr<IDispatch> ambients_;
   ComPtr<IOleControlSite> control_site_;
   ComPtr<ISimpleFrameSite> frame_site_;    // for a control that others are placed in
+  mutable Ambients given_;                 // to the control, as far as it has asked
   mutable std::optional<bool> in_design_;  // asked for once
   enum class Settings { none, on_their_way, there };
   Settings settings_ = Settings::none;

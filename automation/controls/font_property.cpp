@@ -20,7 +20,7 @@ class FontProperty::Listener final : public Counted<IPropertyNotifySink> {
   }
   HRESULT STDMETHODCALLTYPE OnChanged(DISPID) override {
     if (!owner_) return S_OK;
-    return guarded(IID_IPropertyNotifySink, L"Tornby", [&] { owner_->write_(describe_font(owner_->font_.get())); });
+    return guarded(IID_IPropertyNotifySink, L"Tornby", [&] { owner_->take(owner_->font_.get()); });
   }
   HRESULT STDMETHODCALLTYPE OnRequestEdit(DISPID) override { return S_OK; }
 
@@ -48,12 +48,15 @@ FontProperty::~FontProperty() {
 }
 
 ComPtr<IFontDisp> FontProperty::object() {
+  Font now = read_();
+  if (font_ && now != known_) let_go();
   if (!font_) {
-    auto font = make_font(read_());
+    auto font = make_font(now);
     auto listener = ComPtr<Listener>::adopt(new Listener(*this));
     if (const auto point = notices_of(font.get())) check(point->Advise(listener.get(), &cookie_));
     font_ = std::move(font);
     listener_ = std::move(listener);
+    known_ = std::move(now);
   }
   ComPtr<IFontDisp> disp;
   check(font_->QueryInterface(IID_IFontDisp, disp.out_void()));
@@ -64,6 +67,12 @@ void FontProperty::assign(IUnknown* font) {
   const Font description = describe_font(font);
   let_go();
   write_(description);
+}
+
+/// The font object stays in use: it is what the control has now.
+void FontProperty::take(IUnknown* font) {
+  write_(describe_font(font));
+  known_ = read_();
 }
 
 void FontProperty::let_go() {

@@ -25,10 +25,12 @@ class FontProperty {
   class Listener;
 
   void let_go();
+  void take(IUnknown* font);
 
   std::function<Font()> read_;
   std::function<void(const Font&)> write_;
   ComPtr<IFont> font_;
+  Font known_;  // what font_ stands for; the control may have got another one since
   ComPtr<Listener> listener_;
   DWORD cookie_ = 0;
 };

@@ -25,6 +25,8 @@ class ControlSite {
   virtual ~ControlSite() = default;
   virtual void property_changed(StringView /*name*/) {}
   virtual Font ambient_font() const { return Font(); }
+  virtual std::optional<Color> ambient_back_color() const { return std::nullopt; }
+  virtual std::optional<Color> ambient_fore_color() const { return std::nullopt; }
   virtual String display_name() const { return String(); }
   /// The control wants another outer size, in pixels. True: the site decides, and calls WindowHost::place. False: the
   /// control takes the size.
@@ -123,6 +125,8 @@ class WindowHost final : public std::enable_shared_from_this<WindowHost>, privat
   std::unique_ptr<DropDownElement> add_drop_down() override;
   void property_changed(StringView name) override { site_->property_changed(name); }
   Font ambient_font() const override { return site_->ambient_font(); }
+  std::optional<Color> ambient_back_color() const override { return site_->ambient_back_color(); }
+  std::optional<Color> ambient_fore_color() const override { return site_->ambient_fore_color(); }
   String display_name() const override { return site_->display_name(); }
 
   double scale_width() const override { return client_size().cx; }

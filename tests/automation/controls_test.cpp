@@ -219,10 +219,34 @@ TEST(Controls, TakeFontAndNameFromTheContainer) {
   control->get_Caption(caption.address());
   EXPECT_STREQ(caption, L"Link7");
   ComPtr<IFontDisp> own;
-  ASSERT_EQ(control->get_Font(own.out()), S_OK);
-  SHORT weight = 0;
-  as<IFont>(own)->get_Weight(&weight);
-  EXPECT_EQ(weight, FW_BOLD);
+  const auto weight = [&] {
+    SHORT answer = 0;
+    control->get_Font(own.out());
+    as<IFont>(own)->get_Weight(&answer);
+    return answer;
+  };
+  EXPECT_EQ(weight(), FW_BOLD);
+
+  // Both follow the form while they have what it offers, and only then.
+  const auto label = server.create<IkelLabel>(CLSID_kelLabel);
+  VARIANT color = testing::long_variant(0x203040);
+  container.add_ambient(DISPID_AMBIENT_BACKCOLOR, color);
+  container.add_ambient(DISPID_AMBIENT_FORECOLOR, color);
+  as<IOleObject>(label)->SetClientSite(&container);
+  label->put_ForeColor(1);
+  as<IFont>(font)->put_Weight(FW_NORMAL);
+  color.lVal = 0x505050;
+  container.add_ambient(DISPID_AMBIENT_BACKCOLOR, color);
+  container.add_ambient(DISPID_AMBIENT_FORECOLOR, color);
+  for (IUnknown* one : {static_cast<IUnknown*>(control.get()), static_cast<IUnknown*>(label.get())})
+    EXPECT_EQ(as<IOleControl>(ComPtr<IUnknown>(one))->OnAmbientPropertyChange(DISPID_UNKNOWN), S_OK);
+  EXPECT_EQ(weight(), FW_NORMAL);
+  OLE_COLOR back = 0, fore = 0;
+  label->get_BackColor(&back);
+  label->get_ForeColor(&fore);
+  EXPECT_EQ(back, 0x505050u);
+  EXPECT_EQ(fore, 1u);
+  as<IOleObject>(label)->SetClientSite(nullptr);
   object->SetClientSite(nullptr);
 }
 
