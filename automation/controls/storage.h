@@ -30,7 +30,8 @@ class ContainerBag final : public PropertyBag {
 ///
 /// A stream holds: "TORN", the format's number 1 and the count of properties (32 bits each, least significant byte
 /// first), then of each its name, its kind and its value. Texts are a 32-bit count and UTF-16; a font is what it
-/// describes; a picture is a truth value and the picture object's own form.
+/// describes; a picture is a truth value and the picture object's own form. Beside the control's properties there is
+/// its size, in hundredths of a millimetre, as the 32-bit numbers "_ExtentX" and "_ExtentY".
 class StreamBag final : public PropertyBag {
  public:
   void save(IStream* stream) const;

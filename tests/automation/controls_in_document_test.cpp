@@ -2,6 +2,8 @@
 // system's own means.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <map>
 #include <string>
 
 #include "placed_control.h"
@@ -16,9 +18,14 @@ using namespace testing;
 constexpr const CLSID* all_controls[] = {&CLSID_kelLabel, &CLSID_kelHyperLabel, &CLSID_kelBrowseButton};
 constexpr DWORD whole = STGM_READWRITE | STGM_SHARE_EXCLUSIVE;
 
-/// The pixels that differ from a ground that no control has, of whatever draws into a memory bitmap.
+struct Pixels {
+  int drawn = 0;   ///< differ from a ground that no control has
+  int marked = 0;  ///< differ from the control's own most frequent colour too
+};
+
+/// Of whatever draws into a memory bitmap.
 template <class Draw>
-int pixels_of(Draw draw) {
+Pixels pixels_of(Draw draw) {
   constexpr int width = 240, height = 60;
   const COLORREF ground = 0x00FF00;
   const HDC context = ::CreateCompatibleDC(nullptr);
@@ -33,12 +40,19 @@ int pixels_of(Draw draw) {
   ::DeleteObject(brush);
   draw(context, area);
   ::GdiFlush();
-  int drawn = 0;
-  for (int i = 0; i < width * height; ++i) drawn += (static_cast<DWORD*>(bits)[i] & 0xFFFFFF) != ground;
+  Pixels pixels;
+  std::map<DWORD, int> colors;
+  for (int i = 0; i < width * height; ++i) {
+    const DWORD color = static_cast<DWORD*>(bits)[i] & 0xFFFFFF;
+    if (color != ground) ++pixels.drawn, ++colors[color];
+  }
+  int most = 0;
+  for (const auto& [color, count] : colors) most = std::max(most, count);
+  pixels.marked = pixels.drawn - most;
   ::SelectObject(context, before);
   ::DeleteObject(bitmap);
   ::DeleteDC(context);
-  return drawn;
+  return pixels;
 }
 
 /// A document with one embedded object.
@@ -106,7 +120,7 @@ void open_and_draw(const std::wstring& path, REFCLSID clsid, FakeContainer& cont
   const auto draw = [&](HDC context, const RECT& area) {
     EXPECT_EQ(::OleDraw(object.get(), DVASPECT_CONTENT, context, &area), S_OK);
   };
-  EXPECT_GE(pixels_of(draw), 240 * 60 - 200);
+  EXPECT_GE(pixels_of(draw).drawn, 240 * 60 - 200);
   object->Close(OLECLOSE_NOSAVE);
   object->SetClientSite(nullptr);
 }
@@ -193,7 +207,7 @@ TEST(ControlsInDocument, AreShownWhileTheySleep) {
     const auto draw = [&](HDC context, const RECT& area) {
       EXPECT_EQ(::OleDraw(asleep.get(), DVASPECT_CONTENT, context, &area), S_OK);
     };
-    EXPECT_GE(pixels_of(draw), 240 * 60 - 200);
+    EXPECT_GE(pixels_of(draw).drawn, 240 * 60 - 200);
     EXPECT_TRUE(server.is_idle()) << "nobody woke the control";
   }
 }
@@ -213,7 +227,7 @@ TEST(ControlsInDocument, OfferTheirPictureAsData) {
     for (; formats->Next(1, &format, nullptr) == S_OK; ++offered) {
       STGMEDIUM medium = {};
       ASSERT_EQ(data->GetData(&format, &medium), S_OK);
-      const int drawn = pixels_of([&](HDC context, const RECT& area) {
+      const Pixels pixels = pixels_of([&](HDC context, const RECT& area) {
         if (medium.tymed == TYMED_ENHMF) {
           ::PlayEnhMetaFile(context, medium.hEnhMetaFile, &area);
           return;
@@ -224,7 +238,8 @@ TEST(ControlsInDocument, OfferTheirPictureAsData) {
         ::PlayMetaFile(context, picture->hMF);
         ::GlobalUnlock(medium.hMetaFilePict);
       });
-      EXPECT_GE(drawn, 240 * 60 - 400) << format.cfFormat;
+      EXPECT_GE(pixels.drawn, 240 * 60 - 400) << format.cfFormat;
+      EXPECT_GE(pixels.marked, 30) << format.cfFormat << ": text or a button";
       ::ReleaseStgMedium(&medium);
     }
     EXPECT_EQ(offered, 2);
