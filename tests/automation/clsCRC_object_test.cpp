@@ -39,8 +39,7 @@ TEST(CrcObject, RunTimeErrorsArriveWithNumberTextAndSource) {
   EXPECT_EQ(static_cast<ULONG>(crc->AddString(nullptr, value.get())), 0x800A0009ul) << "a null BSTR is empty text";
   testing::ComPtr<IErrorInfo> info;
   ASSERT_EQ(::GetErrorInfo(0, info.out()), S_OK);
-  Bstr description(L"");
-  ::SysFreeString(std::exchange(*description.address(), nullptr));
+  Bstr description;
   ASSERT_EQ(info->GetDescription(description.address()), S_OK);
   EXPECT_STREQ(description, L"Subscript out of range");
 

@@ -60,6 +60,7 @@ class ManifestActivation {
 
 class Bstr {
  public:
+  Bstr() : text_(nullptr) {}
   Bstr(const wchar_t* text) : text_(::SysAllocString(text)) {}
   explicit Bstr(StringView text)
       : text_(::SysAllocStringLen(reinterpret_cast<const wchar_t*>(text.data()), static_cast<UINT>(text.size()))) {}

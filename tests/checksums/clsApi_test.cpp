@@ -10,8 +10,8 @@
 
 #include "base/runtime_error.h"
 #include "base/single_byte_code_page.h"
-#include "support/forwarding_files.h"
 #include "support/handles.h"
+#include "support/scripted_file.h"
 #include "support/temporary_folder.h"
 
 namespace tornby {
@@ -86,40 +86,12 @@ TEST(clsApi, SavingNowhereIsFalse) {
   EXPECT_EQ(pointer.put_back, 4);
 }
 
-/// A file of which only the size and the way it reads are real.
-class ScriptedFile final : public ForwardingFiles {
- public:
-  ScriptedFile(std::uint64_t size, std::vector<std::size_t> reads) : size_(size), reads_(std::move(reads)) {}
-  std::unique_ptr<InputFile> open_for_reading(StringView) const override {
-    return std::make_unique<Open>(size_, reads_);
-  }
-
- private:
-  class Open final : public InputFile {
-   public:
-    Open(std::uint64_t size, std::vector<std::size_t> reads) : size_(size), reads_(std::move(reads)) {}
-    std::uint64_t size() const override { return size_; }
-    std::size_t read(std::span<std::uint8_t> out) override {
-      if (next_ == reads_.size()) throw RuntimeError(StandardError::device_io_error);
-      const std::size_t got = std::min(reads_[next_++], out.size());
-      std::fill_n(out.begin(), got, std::uint8_t{'a'});
-      return got;
-    }
-    void leave_open() override { ADD_FAILURE() << "left open"; }
-
-   private:
-    std::uint64_t size_;
-    std::vector<std::size_t> reads_;
-    std::size_t next_ = 0;
-  };
-  std::uint64_t size_;
-  std::vector<std::size_t> reads_;
-};
-
 TEST(clsApi, FileThatChangesOrFailsWhileItIsRead) {
   const auto read = [](std::uint64_t size, std::vector<std::size_t> reads) {
-    const ScriptedFile file(size, std::move(reads));
-    return api_on(file).ApiReadFile(u"x");
+    const testing::ScriptedFile file(size, std::move(reads));
+    const String text = api_on(file).ApiReadFile(u"x");
+    EXPECT_EQ(file.left_open, 0);
+    return text;
   };
   EXPECT_EQ(read(4, {1000}), u"aaaa") << "it grew";
   EXPECT_EQ(read(1000, {3, 0}), u"aaa") << "it shrank";

@@ -6,8 +6,8 @@
 
 #include "base/single_byte_code_page.h"
 #include "support/errors.h"
-#include "support/forwarding_files.h"
 #include "support/handles.h"
+#include "support/scripted_file.h"
 #include "support/temporary_folder.h"
 
 namespace tornby {
@@ -32,14 +32,6 @@ const FixedProcess wow64_process(true);
 
 clsCRC plain_crc() {
   return clsCRC(windows_1252(), native_files(), plain_process);
-}
-
-TEST(clsCRC, NewObjectComputesCrc32) {
-  clsCRC crc = plain_crc();
-  EXPECT_EQ(crc.Algorithm(), 1);
-  EXPECT_EQ(crc.Value(), Variant(0));
-  EXPECT_EQ(crc.AddString(u"123456789"), Variant(crc32_of_digits));
-  EXPECT_EQ(crc.Value(), Variant(crc32_of_digits));
 }
 
 TEST(clsCRC, SelectingAnAlgorithmClearsBothRegisters) {
@@ -210,57 +202,17 @@ TEST(clsCRC, CalculateFileLeavesNoHandleOpen) {
   EXPECT_EQ(testing::next_handle(), before);
 }
 
-/// One file that fails or lies about its size.
-class OneFile final : public testing::ForwardingFiles {
- public:
-  struct Script {
-    std::uint64_t size = 4;
-    std::size_t readable = 4;
-    bool read_fails = false;
-    int left_open = 0;
-    int closed = 0;
-  };
-  explicit OneFile(Script& script) : script_(&script) {}
-
-  std::uint64_t size(StringView) const override { return script_->size; }
-  std::unique_ptr<InputFile> open_for_reading(StringView) const override { return std::make_unique<Open>(*script_); }
-
- private:
-  class Open final : public InputFile {
-   public:
-    explicit Open(Script& script) : script_(script) {}
-    ~Open() override { script_.closed += open_ ? 1 : 0; }
-    std::uint64_t size() const override { return script_.size; }
-    std::size_t read(std::span<std::uint8_t> out) override {
-      if (script_.read_fails) throw RuntimeError(StandardError::device_io_error);
-      std::fill_n(out.begin(), script_.readable, std::uint8_t{'a'});
-      return script_.readable;
-    }
-    void leave_open() override {
-      open_ = false;
-      ++script_.left_open;
-    }
-
-   private:
-    Script& script_;
-    bool open_ = true;
-  };
-  Script* script_;
-};
-
 TEST(clsCRC, FileThatFailsAfterItWasOpenedStaysOpen) {
-  OneFile::Script script;
-  script.read_fails = true;
-  EXPECT_EQ(clsCRC(windows_1252(), OneFile(script), plain_process).CalculateFile(u"x"), Variant(failed));
-  EXPECT_EQ(script.left_open, 1);
-  EXPECT_EQ(script.closed, 0);
+  const testing::ScriptedFile file(4, {});
+  EXPECT_EQ(clsCRC(windows_1252(), file, plain_process).CalculateFile(u"x"), Variant(failed));
+  EXPECT_EQ(file.left_open, 1);
+  EXPECT_EQ(file.closed, 0);
 }
 
 TEST(clsCRC, FileTooLargeForMemoryIsNotEvenOpened) {
-  OneFile::Script script;
-  script.size = std::uint64_t{1} << 63;
-  EXPECT_EQ(clsCRC(windows_1252(), OneFile(script), plain_process).CalculateFile(u"x"), Variant(failed));
-  EXPECT_EQ(script.left_open + script.closed, 0);
+  const testing::ScriptedFile file(std::uint64_t{1} << 63, {4});
+  EXPECT_EQ(clsCRC(windows_1252(), file, plain_process).CalculateFile(u"x"), Variant(failed));
+  EXPECT_EQ(file.left_open + file.closed, 0);
   if (sizeof(void*) > 4) return;  // a wider process can hold the real thing, given time
 
   const testing::TemporaryFolder folder;
@@ -271,11 +223,9 @@ TEST(clsCRC, FileTooLargeForMemoryIsNotEvenOpened) {
 }
 
 TEST(clsCRC, FileThatShrinksIsSummedAsFarAsItGoes) {
-  OneFile::Script script;
-  script.size = 1000;
-  EXPECT_EQ(clsCRC(windows_1252(), OneFile(script), plain_process).CalculateFile(u"x"),
-            plain_crc().CalculateString(u"aaaa"));
-  EXPECT_EQ(script.closed, 1);
+  const testing::ScriptedFile file(1000, {4, 0});
+  EXPECT_EQ(clsCRC(windows_1252(), file, plain_process).CalculateFile(u"x"), plain_crc().CalculateString(u"aaaa"));
+  EXPECT_EQ(file.closed, 1);
 }
 
 }  // namespace

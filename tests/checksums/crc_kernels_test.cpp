@@ -17,7 +17,6 @@ namespace {
 struct Crc16 {
   using Register = std::uint16_t;
   static constexpr Register start = 0;
-  static constexpr Register check = 0x31C3;
   static auto kernels() { return crc16_kernels(); }
   static constexpr auto& update = update_crc16;
   static Register by_bits(Register value, std::span<const std::uint8_t> bytes) {
@@ -34,7 +33,6 @@ struct Crc16 {
 struct Crc32 {
   using Register = std::uint32_t;
   static constexpr Register start = 0xFFFFFFFF;
-  static constexpr Register check = ~0xCBF43926u;
   static auto kernels() { return crc32_kernels(); }
   static constexpr auto& update = update_crc32;
   static Register by_bits(Register value, std::span<const std::uint8_t> bytes) {
@@ -73,14 +71,6 @@ class CrcKernel : public ::testing::Test {
 
 using Checksums = ::testing::Types<Crc16, Crc32>;
 TYPED_TEST_SUITE(CrcKernel, Checksums);
-
-TYPED_TEST(CrcKernel, GivesTheCheckValue) {
-  const std::string_view digits = "123456789";
-  this->for_each_kernel([&](auto update) {
-    EXPECT_EQ(update(TypeParam::start, reinterpret_cast<const std::uint8_t*>(digits.data()), digits.size()),
-              TypeParam::check);
-  });
-}
 
 TYPED_TEST(CrcKernel, AgreesAtEveryLengthAndAlignmentAndStaysInside) {
   constexpr std::size_t longest = 600;

@@ -30,19 +30,19 @@ inline std::string plain(const Rectangle& area) {
 inline constexpr double character_width = 6;
 inline constexpr double character_height = 13;
 
+/// A property that is kept in the member of its name with an underscore.
+#define KEPT(type, argument, name)                \
+  type name() const override { return name##_; } \
+  void name(argument value) override { name##_ = value; }
+
 template <class Base>
 class Placed : public Base {
  public:
-  double left() const override { return left_; }
-  void left(double value) override { left_ = value; }
-  double top() const override { return top_; }
-  void top(double value) override { top_ = value; }
-  double width() const override { return width_; }
-  void width(double value) override { width_ = value; }
-  double height() const override { return height_; }
-  void height(double value) override { height_ = value; }
-  bool visible() const override { return visible_; }
-  void visible(bool value) override { visible_ = value; }
+  KEPT(double, double, left)
+  KEPT(double, double, top)
+  KEPT(double, double, width)
+  KEPT(double, double, height)
+  KEPT(bool, bool, visible)
 
  protected:
   double left_ = 0, top_ = 0, width_ = 0, height_ = 0;
@@ -53,20 +53,15 @@ class RecordingLabel final : public Placed<LabelElement> {
  public:
   String caption() const override { return caption_; }
   void caption(StringView value) override { caption_ = value, fit(); }
-  Font font() const override { return font_; }
-  void font(const Font& value) override { font_ = value; }
-  Color fore_color() const override { return fore_color_; }
-  void fore_color(Color value) override { fore_color_ = value; }
-  std::int16_t alignment() const override { return alignment_; }
-  void alignment(std::int16_t value) override { alignment_ = value; }
+  KEPT(Font, const Font&, font)
+  KEPT(Color, Color, fore_color)
+  KEPT(std::int16_t, std::int16_t, alignment)
   bool auto_size() const override { return auto_size_; }
   void auto_size(bool value) override { auto_size_ = value, fit(); }
   bool word_wrap() const override { return word_wrap_; }
   void word_wrap(bool value) override { word_wrap_ = value, fit(); }
-  bool enabled() const override { return enabled_; }
-  void enabled(bool value) override { enabled_ = value; }
-  String tag() const override { return tag_; }
-  void tag(StringView value) override { tag_ = value; }
+  KEPT(bool, bool, enabled)
+  KEPT(String, StringView, tag)
   using Placed::width;
   void width(double value) override { width_ = value, fit(); }
 
@@ -108,16 +103,11 @@ class RecordingEdit final : public Placed<EditElement> {
     text_ = value;
     if (control) control->text_changed();
   }
-  Font font() const override { return font_; }
-  void font(const Font& value) override { font_ = value; }
-  Color back_color() const override { return back_color_; }
-  void back_color(Color value) override { back_color_ = value; }
-  bool enabled() const override { return enabled_; }
-  void enabled(bool value) override { enabled_ = value; }
-  bool locked() const override { return locked_; }
-  void locked(bool value) override { locked_ = value; }
-  std::int32_t max_length() const override { return max_length_; }
-  void max_length(std::int32_t value) override { max_length_ = value; }
+  KEPT(Font, const Font&, font)
+  KEPT(Color, Color, back_color)
+  KEPT(bool, bool, enabled)
+  KEPT(bool, bool, locked)
+  KEPT(std::int32_t, std::int32_t, max_length)
 
   Control* control = nullptr;
 
@@ -177,22 +167,17 @@ class RecordingHost final : public ControlHost, public Surface {
   void height(double twips) override { height_ = twips; }
   double twips_per_pixel_x() const override { return 15; }
   double twips_per_pixel_y() const override { return 12; }
-  Color back_color() const override { return back_color_; }
-  void back_color(Color value) override { back_color_ = value; }
-  bool enabled() const override { return enabled_; }
-  void enabled(bool value) override { enabled_ = value; }
+  KEPT(Color, Color, back_color)
+  KEPT(bool, bool, enabled)
   std::int16_t border_style() const override { return border_style_; }
   void border_style(std::int16_t value) override {
     border_style_ = value;
     note("border " + std::to_string(value));
   }
-  std::int16_t appearance() const override { return appearance_; }
-  void appearance(std::int16_t value) override { appearance_ = value; }
-  Font font() const override { return font_; }
-  void font(const Font& value) override { font_ = value; }
+  KEPT(std::int16_t, std::int16_t, appearance)
+  KEPT(Font, const Font&, font)
   double text_height(StringView) const override { return character_height; }
-  String tag() const override { return tag_; }
-  void tag(StringView value) override { tag_ = value; }
+  KEPT(String, StringView, tag)
   void clear() override { note("clear"); }
   void draw_focus_rectangle(const Rectangle& area) override { note("frame " + plain(area)); }
   void draw_edge(const Rectangle& area, std::uint32_t edge, std::uint32_t flags) override {

@@ -136,30 +136,6 @@ TEST(LabelWindow, BorderLinesTakeTheirPlaceAndReplaceTheFrame) {
   EXPECT_GT(marked_pixels(label.window()), 200);
 }
 
-TEST(LabelWindow, StretchesTheWindowsInside) {
-  const Form form;
-  ControlWindow<kelLabel> label(form, {10, 10, 210, 110});
-  const HWND inner =
-      ::CreateWindowExA(0, "STATIC", "", WS_CHILD, 5, 5, 10, 10, label.window(), nullptr, nullptr, nullptr);
-  label->AutoSize(false);
-  label.host().place({10, 10, 130, 70});
-  EXPECT_EQ(client_size(inner).cx, 120);
-  EXPECT_EQ(client_size(inner).cy, 60);
-}
-
-TEST(LabelWindow, RightButtonInforms) {
-  const Form form;
-  ControlWindow<kelLabel> label(form, {10, 10, 210, 110});
-  std::string log;
-  label->InfoClick = [&] { log += "InfoClick "; };
-  label->MouseUp = [&](std::int16_t& button) { log += "MouseUp" + std::to_string(button) + " "; };
-  move_to(label.window(), 4, 4);
-  mouse(MOUSEEVENTF_RIGHTDOWN);
-  mouse(MOUSEEVENTF_RIGHTUP);
-  click();
-  EXPECT_EQ(log, "InfoClick MouseUp2 MouseUp1 ");
-}
-
 struct LinkWindow {
   Form form{"#32770"};  // a dialog
   ControlWindow<kelHyperLabel> link{form, {10, 10, 210, 40}};
@@ -300,15 +276,6 @@ TEST(BrowseWindow, ClickOnTheButton) {
   EXPECT_EQ(test.log, "ControlClick OpenBrowse MouseUp ");
   move_to(test.browse.window(), 20, 8);
   EXPECT_EQ(::GetCapture(), nullptr);
-}
-
-TEST(BrowseWindow, PressDraggedOntoTheFieldIsNoClick) {
-  BrowseWindow test;
-  move_to(test.browse.window(), test.button_x(), 8);
-  mouse(MOUSEEVENTF_LEFTDOWN);
-  move_to(test.browse.window(), 20, 8);
-  mouse(MOUSEEVENTF_LEFTUP);
-  EXPECT_EQ(test.log, "MouseUp ");
 }
 
 TEST(BrowseWindow, TypingChangesTheText) {

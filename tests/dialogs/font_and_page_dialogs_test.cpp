@@ -33,14 +33,10 @@ TEST(FontDialog, RoundsToWholePoints) {
                {115, 12},
                {104, 10},
                {106, 11},
-               {825, 82},
-               {835, 84},
                {10, 1},
-               {15, 2},
                {9, 10},
                {0, 10},
                {-80, 10},
-               {720, 72},
                {2147483647, 214748365}};
   for (const auto& [tenths, points] : cases) {
     Script script;

@@ -3,8 +3,6 @@
 
 #include <windows.h>
 
-#include <process.h>
-
 #include "dialogs/clsDIALOGS.h"
 #include "real_dialogs.h"
 #include "support/temporary_folder.h"
@@ -39,38 +37,6 @@ std::filesystem::path program_folder() {
   char path[MAX_PATH] = {};
   ::GetModuleFileNameA(nullptr, path, MAX_PATH);
   return std::filesystem::path(path).parent_path();
-}
-
-/// A file in the Windows folder that must not stay there.
-struct Trace {
-  std::filesystem::path path = std::filesystem::path(native_profile_files().folder(200)) / "remembering_program.ini";
-  Trace() { std::filesystem::remove(path); }
-  ~Trace() { std::filesystem::remove(path); }
-};
-
-std::string run_remembering_program(const TemporaryFolder& folder, std::initializer_list<std::string> arguments) {
-  const std::string program = (program_folder() / "remembering_program.exe").string();
-  const std::string report = (folder.path() / "report").string();
-  std::vector<std::string> quoted = {'"' + program + '"', '"' + report + '"'};
-  for (const std::string& argument : arguments) quoted.push_back('"' + argument + '"');
-  std::vector<const char*> pointers;
-  for (const std::string& argument : quoted) pointers.push_back(argument.c_str());
-  pointers.push_back(nullptr);
-  EXPECT_EQ(::_spawnv(_P_WAIT, program.c_str(), pointers.data()), 0);
-  return folder.read("report");
-}
-
-TEST(Profile, TheNextRunUsesWhatTheLastOneRemembered) {
-  const Trace trace;
-  const TemporaryFolder folder;
-  folder.write("a.txt", "x");
-  const std::string own = program_folder().string();
-  EXPECT_EQ(run_remembering_program(folder, {}), own + "\n" + own + "\n\n\n") << "nothing is remembered yet";
-  const std::string path = folder.path().string();
-  const std::string first = run_remembering_program(folder, {path, "a.txt"});
-  EXPECT_NE(first.find("\\a.txt\n"), std::string::npos) << first;
-  EXPECT_EQ(run_remembering_program(folder, {}), first);
-  EXPECT_TRUE(std::filesystem::exists(trace.path));
 }
 
 TEST(Profile, FileHasTheSectionAndTheKeysInOrder) {

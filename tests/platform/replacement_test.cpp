@@ -79,12 +79,6 @@ TEST(Replacement, RefusedWhenTheTargetHasBecomeAFolder) {
   EXPECT_TRUE(fs::is_directory(folder.path() / "text.txt"));
 }
 
-TEST(Replacement, NeedsAFolderToStandIn) {
-  const TemporaryFolder folder;
-  EXPECT_NE(raised_number([&] { native_files().replace(folder.name_of("missing/text.txt")); }), 0);
-  EXPECT_NE(raised_number([&] { native_files().replace(folder.path().u16string()); }), 0);
-}
-
 TEST(Replacement, LongNames) {
   for (const std::size_t length : {200u, 247u, 248u, 250u, 255u}) {
     const TemporaryFolder folder;

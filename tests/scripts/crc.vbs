@@ -5,6 +5,8 @@ Check "CRC-32", crc.AddString("123456789"), -873187034
 Check "its type", TypeName(crc.Value), "Long"
 Check "the type of Algorithm", TypeName(crc.Algorithm), "Long"
 
+Check "register", Not crc.WIN64_AddCrc32("123456789", -1), -873187034
+
 crc.Algorithm = 0
 Check "CRC-16", crc.AddString("123456789"), 12739
 Check "its type", TypeName(crc.Value), "Long"

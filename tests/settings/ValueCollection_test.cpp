@@ -53,20 +53,5 @@ TEST(ValueCollection, SortLeavesEverythingAsItIs) {
   }
 }
 
-TEST(ValueCollection, WalksSurviveChanges) {
-  ValueCollection values;
-  for (const StringView key : {u"A", u"B", u"C", u"D"}) values.Add(key, u"");
-  String met;
-  for (const auto& pair : values) {
-    met += pair->Key();
-    if (pair->Key() == u"A") values.Remove(1);
-    if (pair->Key() == u"B") values.Remove(u"C");
-    if (met == u"ABD") values.Add(u"E", u"");
-    if (pair->Key() == u"E")
-      while (values.Count() > 0) values.Remove(1);
-  }
-  EXPECT_EQ(met, u"ABDE");
-}
-
 }  // namespace
 }  // namespace tornby

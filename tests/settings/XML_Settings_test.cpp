@@ -127,28 +127,6 @@ TEST(XML_Settings, SearchesAreOfTheStatedKind) {
   EXPECT_EQ(settings.SplitBlock(u"<A>1</A><B>2</B>").Count(), 1);  // too close together
 }
 
-TEST(XML_Settings, WrapsByTheBareName) {
-  XML_Settings settings;
-  settings.InsertGroup(u"Group", u"<GROUP>1</GROUP>");
-  EXPECT_EQ(settings.GetContents(), u"\r\n<GROUP>\r\n<GROUP>1</GROUP>\r\n</GROUP>");
-  settings.SetContents(u"");
-  settings.InsertGroup(u"Group", u"no Group at all");
-  EXPECT_EQ(settings.GetContents(), u"\r\nno Group at all\r\n");
-}
-
-TEST(XML_Settings, ReplacesAValueInItsTagsToo) {
-  XML_Settings settings = holding(u"<G>\r\n<WIDTH>I</WIDTH>\r\n<E></E>\r\n</G>");
-  settings.SaveSetting(u"G", u"WIDTH", u"9");
-  settings.SaveSetting(u"G", u"E", u"text");
-  EXPECT_EQ(settings.GetContents(), u"\r\n<G>\r\n<W9DTH>9</W9DTH>\r\n<E></E>\r\n</G>\r\n");
-}
-
-TEST(XML_Settings, AddNewValueChangesTheBlockItIsGiven) {
-  String block = u"<G>\r\n<A>1</A>\r\n</G>";
-  EXPECT_EQ(XML_Settings::AddNewValue(u"g", u"b", u"2", block), u"<G>\r\n<A>1</A>\r\n<B>2</B>\r\n</G>");
-  EXPECT_EQ(block, u"\r\n<A>1</A>\r\n<B>2</B>");
-}
-
 TEST(XML_Settings, EventsReportAndSteerTheScan) {
   XML_Settings settings = holding(u"<ABC> <X>1</X> <Y>2</Y> <Z>3</Z> </ABC>");
   std::vector<std::int32_t> positions;
@@ -170,17 +148,6 @@ TEST(XML_Settings, EventsReportAndSteerTheScan) {
   settings.SetContents(u"<ABC></ABC>");
   settings.ProgressMax = [](std::int32_t&) { throw RuntimeError(StandardError::overflow); };
   EXPECT_EQ(raised_number([&] { settings.ExtractBlock(u"ABC"); }), 6);
-}
-
-TEST(XML_Settings, ShortNamesGiveTheWholeContent) {
-  for (const StringView name : {u"", u"A", u"AB"}) {
-    const String tag = String(name) + u">";
-    XML_Settings settings = holding(u"<" + tag + u"<X>1</X></" + tag);
-    std::int32_t first = 99;
-    settings.ProgressCurrent = [&](std::int32_t& position) { first = std::min(first, position); };
-    EXPECT_EQ(texts(*settings.ExtractBlock(name)), (Texts{u"<X>1</X>"}));
-    EXPECT_EQ(first, static_cast<std::int32_t>(name.size()) - 1);
-  }
 }
 
 TEST(XML_Settings, GroupsThatAreNeverClosed) {
