@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "server.h"
+#include "placed_control.h"
 
 namespace tornby {
 namespace {
@@ -100,59 +100,35 @@ TEST(ValueCollectionObject, EnumeratorsResetCloneAndKeepTheCollectionAlive) {
   EXPECT_TRUE(server.is_idle());
 }
 
-/// A sink that changes what it is told.
-class Sink final : public IDispatch {
- public:
-  std::vector<LONG> maxima, positions;
-  bool meddles = false;
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-    const bool known = iid == IID_IUnknown || iid == IID_IDispatch || iid == DIID_DXML_SettingsEvents;
-    *object = known ? this : nullptr;
-    return known ? S_OK : E_NOINTERFACE;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-  ULONG STDMETHODCALLTYPE Release() override { return 1; }
-  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT*, EXCEPINFO*,
-                                   UINT*) override {
-    EXPECT_EQ(parameters->cArgs, 1u);
-    EXPECT_EQ(parameters->rgvarg[0].vt, VT_BYREF | VT_I4);
-    LONG& figure = *parameters->rgvarg[0].plVal;
-    (id == 1 ? maxima : positions).push_back(figure);
-    if (meddles) figure = 1000;
-    return S_OK;
-  }
-};
-
 TEST(XML_SettingsObject, EventsReachASinkAndItsChangesTakeEffect) {
   const Server server;
   {
     const auto settings = server.create<IXML_Settings>(CLSID_XML_Settings);
     ASSERT_EQ(settings->SetContents(Bstr(L"<ABC>\r\n<X>1</X>\r\n</ABC>")), S_OK);
-    ComPtr<IConnectionPointContainer> container;
-    ComPtr<IConnectionPoint> point;
-    ASSERT_EQ(settings->QueryInterface(IID_IConnectionPointContainer, container.out_void()), S_OK);
-    ASSERT_EQ(container->FindConnectionPoint(DIID_DXML_SettingsEvents, point.out()), S_OK);
-    Sink sink;
-    DWORD cookie = 0;
-    ASSERT_EQ(point->Advise(&sink, &cookie), S_OK);
+    testing::FakeSink sink;
+    std::vector<LONG> maxima, positions;
+    bool meddles = false;
+    sink.on_event = [&](DISPID id, DISPPARAMS* parameters) {
+      EXPECT_EQ(parameters->cArgs, 1u);
+      EXPECT_EQ(parameters->rgvarg[0].vt, VT_BYREF | VT_I4);
+      LONG& figure = *parameters->rgvarg[0].plVal;
+      (id == 1 ? maxima : positions).push_back(figure);
+      if (meddles) figure = 1000;
+    };
+    const testing::Connection events(settings, DIID_DXML_SettingsEvents, static_cast<IDispatch*>(&sink));
 
     ComPtr<IStringCollection> items;
     ASSERT_EQ(settings->ExtractBlock(Bstr(L"abc"), items.out()), S_OK);
     EXPECT_EQ(strings_of(items.get()), Texts({L"1"}));
-    EXPECT_EQ(sink.maxima, std::vector<LONG>({23}));
-    EXPECT_EQ(sink.positions.front(), 2);
+    EXPECT_EQ(maxima, std::vector<LONG>({23}));
+    EXPECT_EQ(positions.front(), 2);
 
-    sink.meddles = true;
+    meddles = true;
     ASSERT_EQ(settings->ExtractBlock(Bstr(L"abc"), items.out()), S_OK);
     EXPECT_TRUE(strings_of(items.get()).empty());  // sent past the end at once
     LONG maximum = 0;
     EXPECT_EQ(settings->get_MaxElements(&maximum), S_OK);
     EXPECT_EQ(maximum, 1000);
-    ASSERT_EQ(point->Unadvise(cookie), S_OK);
   }
   EXPECT_TRUE(server.is_idle());
 }

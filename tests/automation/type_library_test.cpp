@@ -113,14 +113,6 @@ TEST(TypeLibrary, SpellsEveryNameAsItsDefinitionDoes) {
   EXPECT_GT(names, 200);
 }
 
-TEST(TypeLibrary, EveryTypeAndMemberHasAHelpString) {
-  for_each_type([](ITypeInfo* type, const TYPEATTR& attributes) {
-    EXPECT_NE(documentation(type, MEMBERID_NIL, true), "");
-    for_each_member(type, attributes,
-                    [&](const FUNCDESC& function) { EXPECT_NE(documentation(type, function.memid, true), ""); });
-  });
-}
-
 TEST(TypeLibrary, SaysThatItsInterfacesAreAllThereIs) {
   for_each_type([](ITypeInfo*, const TYPEATTR& attributes) {
     const bool dual = (attributes.wTypeFlags & TYPEFLAG_FDUAL) != 0;

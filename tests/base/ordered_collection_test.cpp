@@ -67,7 +67,7 @@ class PlainList {
 };
 
 TEST(OrderedCollection, AgreesWithAPlainList) {
-  for (unsigned seed = 1; seed <= testing::scaled(200); ++seed) {
+  for (unsigned seed = 1; seed <= testing::rounds(testing::scaled(200)); ++seed) {
     SCOPED_TRACE(seed);
     std::mt19937 dice(seed);
     Items items;
@@ -104,7 +104,7 @@ TEST(OrderedCollection, AgreesWithAPlainList) {
 }
 
 TEST(OrderedCollection, WalksMeetEachRemainingItemOnce) {
-  for (unsigned seed = 1; seed <= testing::scaled(500); ++seed) {
+  for (unsigned seed = 1; seed <= testing::rounds(testing::scaled(500)); ++seed) {
     SCOPED_TRACE(seed);
     std::mt19937 dice(seed);
     OrderedCollection<int> items;

@@ -11,7 +11,7 @@ namespace tornby {
 namespace {
 
 TEST(Search, FindsWhatThePlainSearchFinds) {
-  for (unsigned seed = 1; seed <= testing::scaled(20000); ++seed) {
+  for (unsigned seed = 1; seed <= testing::rounds(testing::scaled(20000)); ++seed) {
     std::mt19937 dice(seed);
     const auto random_text = [&](std::size_t length) {
       String text;

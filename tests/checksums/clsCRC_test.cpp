@@ -103,15 +103,6 @@ TEST(clsCRC, EmptyTextHasNoFirstElement) {
   EXPECT_EQ(raised_number([&] { crc.AddString(u""); }), 9);
 }
 
-TEST(clsCRC, CalculateStringStartsAnewAndLeavesItsResult) {
-  clsCRC crc = plain_crc();
-  crc.AddString(u"something else");
-  EXPECT_EQ(crc.CalculateString(u"123456789"), Variant(crc32_of_digits));
-  EXPECT_EQ(crc.Value(), Variant(crc32_of_digits));
-  crc.Algorithm(0);
-  EXPECT_EQ(crc.CalculateString(u"123456789"), Variant(crc16_of_digits));
-}
-
 TEST(clsCRC, Wow64ProcessGetsTheOtherStringResult) {
   clsCRC crc(windows_1252(), native_files(), wow64_process);
   crc.Algorithm(0);
@@ -119,13 +110,6 @@ TEST(clsCRC, Wow64ProcessGetsTheOtherStringResult) {
   EXPECT_EQ(crc.CalculateString(u"123456789"), Variant(-771566985));
   EXPECT_EQ(crc.CalculateString(u""), Variant(-1));
   EXPECT_EQ(crc.Value(), before);
-}
-
-TEST(clsCRC, AddCrc32WorksOnTheBareRegister) {
-  const clsCRC crc = plain_crc();
-  EXPECT_EQ(~crc.WIN64_AddCrc32(u"123456789", -1), crc32_of_digits);
-  EXPECT_EQ(crc.WIN64_AddCrc32(u"6789", crc.WIN64_AddCrc32(u"12345", -1)), ~crc32_of_digits);
-  EXPECT_EQ(crc.WIN64_AddCrc32(u"", 42), 42);
 }
 
 /// Hiragana take two bytes, all else one, as in a Japanese code page.

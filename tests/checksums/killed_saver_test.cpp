@@ -9,6 +9,7 @@
 
 #include "checksums/clsApi.h"
 #include "support/child_process.h"
+#include "support/scale.h"
 #include "support/temporary_folder.h"
 
 namespace tornby {
@@ -33,7 +34,7 @@ std::ptrdiff_t files_in(const fs::path& folder) {
 }
 
 TEST(KilledSaver, LeavesTheFileWholeHundredsOfTimes) {
-  constexpr unsigned kills = 200;
+  const unsigned kills = testing::rounds(200);
   const testing::TemporaryFolder folder;
   const fs::path program = testing::program_beside("saver");
   const fs::path file = folder.path() / "text.txt";

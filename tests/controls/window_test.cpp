@@ -175,14 +175,6 @@ TEST(HyperLabelWindow, CaptureTakenByAnotherWindowEndsTheHover) {
   EXPECT_EQ(test.log, "MouseUp1 ");
 }
 
-TEST(HyperLabelWindow, EnterAndSpaceClick) {
-  LinkWindow test;
-  ::SetFocus(test.link.window());
-  press_key(VK_RETURN);
-  press_key(VK_SPACE);
-  EXPECT_EQ(test.log, "Click Click ");
-}
-
 // A dialog moves the keyboard by the mnemonics that it finds in its windows' texts.
 TEST(HyperLabelWindow, MnemonicsWorkInADialog) {
   LinkWindow test;
@@ -203,19 +195,6 @@ TEST(HyperLabelWindow, MnemonicsWorkInADialog) {
   EXPECT_EQ(::GetFocus(), ::GetWindow(browse.window(), GW_CHILD));
   type(L'l');
   EXPECT_EQ(test.log, "Click ");
-}
-
-TEST(HyperLabelWindow, DynamicHeightFollowsTheText) {
-  LinkWindow test;
-  const LONG line = client_size(test.link.window()).cy;
-  test.link->Caption(
-      u"A long caption that needs several lines, because the control is not at all as wide as the text is");
-  EXPECT_EQ(client_size(test.link.window()).cy, line);
-  test.link->UseDynamicHeight(true);
-  const LONG several = client_size(test.link.window()).cy;
-  EXPECT_GE(several, 2 * line);
-  test.link.host().place({10, 10, 110, 40});
-  EXPECT_GT(client_size(test.link.window()).cy, several);
 }
 
 TEST(HyperLabelWindow, HasAnAccessibleNameRoleAndAction) {

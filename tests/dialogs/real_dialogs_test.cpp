@@ -181,9 +181,7 @@ TEST_F(RealDialogs, PromptOffersThreeButtons) {
   const Answers answers = {press(retry_button), aborted, press(ignore_button)};
   dialogs.strGetOpenFileName();
   EXPECT_EQ(failing.calls, 2);
-  EXPECT_EQ(message, "Error #:70
-Permission denied
-N/A");
+  EXPECT_EQ(message, "Error #:70\r\nPermission denied\r\nN/A");
   dialogs.strGetOpenFileName();
   EXPECT_EQ(text(dialogs.strDialogError()), "General Codes Failure") << "ignored: the next step ran";
   EXPECT_EQ(answers.seen(), std::vector<std::string>(3, "GET_OPEN_FILE_NAME_ERROR"));

@@ -48,13 +48,6 @@ TEST(XML_Settings, WritesGroupsAndKeys) {
             "<LAST>\r\nx\r\n</LAST>\r\n<OPTIONS>\r\n<WIDTH>800</WIDTH>\r\n<HEIGHT>480</HEIGHT>\r\n</OPTIONS>\r\n");
 }
 
-TEST(XML_Settings, FindsGroupsInAnyCaseAndKeysInUpperCase) {
-  const XML_Settings settings = holding(u"<options>\r\n<WIDTH>640</WIDTH><height>480</height>\r\n</Options>");
-  EXPECT_EQ(settings.GetSetting(u"Options", u"width", u"-"), u"640");
-  EXPECT_EQ(settings.GetSetting(u"Options", u"height", u"-"), u"-");
-  EXPECT_EQ(settings.GetSetting(u"Option", u"WIDTH", u"-"), u"-");
-}
-
 TEST(XML_Settings, LosesNothingBetweenLoadingAndSaving) {
   const struct {
     std::string_view before;
@@ -100,33 +93,6 @@ TEST(XML_Settings, KeepsTheListOfRecentFiles) {
   EXPECT_EQ(settings.ExtractRecent(), (Texts{u"old"}));
 }
 
-TEST(XML_Settings, SearchesAreOfTheStatedKind) {
-  XML_Settings settings = holding(u"<A>\r\nX\r\n</A><b>y</b>");
-  EXPECT_EQ(settings.GetBlock(u"A", false), u"\nX\r");
-  EXPECT_EQ(settings.GetStructure(u"a", false), u"\r\nX\r\n");
-  EXPECT_EQ(settings.GetStructure(u"B", false), u"");
-  EXPECT_EQ(settings.GetStructure(u"B", true), u"Y");  // from an upper-case copy
-  EXPECT_EQ(settings.GetBlock(u"B", true), u"");       // one character has no two ends to lose
-  EXPECT_EQ(settings.GetNodeValue(u"<b>"), u"y");
-  EXPECT_EQ(texts(settings.FindNodes()), (Texts{u"<A>", u"<b>"}));
-  EXPECT_EQ(*settings.FindNodes().find(u"<B>"), u"<b>");
-
-  settings.SetContents(u" <x>1</x> <x>2</x>");
-  EXPECT_EQ(texts(settings.ExtractBlock2(u"x", false)), (Texts{u"1", u"2"}));
-  EXPECT_EQ(texts(settings.ExtractBlock2(u"x", true)), (Texts{u"<x>1</x>", u"<x>2</x>"}));
-  EXPECT_TRUE(settings.ExtractBlock2(u"X", true).empty());
-  settings.SetContents(u"<x>1</x>");
-  EXPECT_EQ(raised_number([&] { settings.ExtractBlock2(u"x", true); }), 5);
-  settings.SetContents(u"<x>1</x><X>1</X>");
-  EXPECT_EQ(raised_number([&] { settings.FindNodes(); }), 457);
-
-  const ValueCollection pairs = settings.SplitBlock(u"\r\n<A>1</A>\r\n<B><A>2</A></B> <A>3</A> ");
-  ASSERT_EQ(pairs.Count(), 2);
-  EXPECT_EQ(pairs.Item(u"a")->Value(), u"1");
-  EXPECT_EQ(pairs.Item(2)->Value(), u"<A>2</A>");
-  EXPECT_EQ(settings.SplitBlock(u"<A>1</A><B>2</B>").Count(), 1);  // too close together
-}
-
 TEST(XML_Settings, EventsReportAndSteerTheScan) {
   XML_Settings settings = holding(u"<ABC> <X>1</X> <Y>2</Y> <Z>3</Z> </ABC>");
   std::vector<std::int32_t> positions;
@@ -148,19 +114,6 @@ TEST(XML_Settings, EventsReportAndSteerTheScan) {
   settings.SetContents(u"<ABC></ABC>");
   settings.ProgressMax = [](std::int32_t&) { throw RuntimeError(StandardError::overflow); };
   EXPECT_EQ(raised_number([&] { settings.ExtractBlock(u"ABC"); }), 6);
-}
-
-TEST(XML_Settings, GroupsThatAreNeverClosed) {
-  XML_Settings settings = holding(u"<GROUP>\r\n<KEY>1</KEY>");
-  EXPECT_EQ(settings.GetSetting(u"GROUP", u"KEY", u"-"), u"-");
-  const String text = u"<FIRST>text</FIRST>\r\n<GROUP>\r\n<KEY>1</KEY>";
-  settings.SetContents(text);
-  EXPECT_EQ(raised_number([&] { settings.GetSetting(u"GROUP", u"KEY", u"-"); }), 5);
-  EXPECT_EQ(raised_number([&] { settings.SaveSetting(u"GROUP", u"KEY", u"2"); }), 5);
-  EXPECT_EQ(raised_number([&] { settings.ExtractBlock(u"GROUP"); }), 5);
-  EXPECT_EQ(settings.GetContents(), text);
-  EXPECT_EQ(settings.GetStructure(u"GROUP", true), u"");
-  EXPECT_EQ(texts(XML_Settings::SuperSplit(u"A", u"<A>1</A><A>2")), (Texts{u"<A>1</A>"}));
 }
 
 String repeated(StringView piece, unsigned count) {
