@@ -9,7 +9,7 @@
 namespace tornby::base64::TORNBY_KERNEL {
 namespace {
 
-constexpr std::size_t bytes_a_lane = 12;
+[[maybe_unused]] constexpr std::size_t bytes_a_lane = 12;
 constexpr std::size_t digits_a_lane = 16;
 constexpr std::size_t groups_a_lane = 4;
 
