@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <utility>
 
 #include "server.h"
 
@@ -11,7 +10,6 @@ namespace {
 
 using testing::Bstr;
 using testing::call;
-using testing::ComPtr;
 using testing::Outcome;
 using testing::OwnedVariant;
 using testing::Server;
@@ -161,66 +159,6 @@ TEST(Robustness, RefusesArraysWithImpossibleBoundsOrNoData) {
     bytes->parray->pvData = data;
   }
 }
-
-#ifdef __i386__
-/// Calls `action` with the stack `shift` bytes further down than usual, as Delphi and Visual C++ programs may.
-[[gnu::noinline]] void with_stack_off_by(unsigned shift, void (*action)(void*), void* context) {
-  asm volatile(
-      "movl %%esp, %%ebx\n\t"
-      "andl $-16, %%esp\n\t"
-      "subl %%eax, %%esp\n\t"
-      "pushl %%ecx\n\t"
-      "call *%%edx\n\t"
-      "movl %%ebx, %%esp\n\t"
-      : "+a"(shift), "+c"(context), "+d"(action)
-      :
-      : "ebx", "memory", "cc");
-}
-
-TEST(Robustness, CallersMayAlignTheStackTo4BytesOnly) {
-  struct Callers {
-    ComPtr<IclsCRC> crc;
-    ComPtr<IclsEncryptXOR> cipher;
-    ComPtr<IclsWebEncryption> web;
-    Bstr text{std::wstring(1000, L'x').c_str()};
-    std::wstring results = {};
-
-    void add(BSTR result) {
-      results += result ? result : L"none";
-      ::SysFreeString(result);
-    }
-    /// What works on vectors inside.
-    void call_all() {
-      OwnedVariant sum;
-      BSTR digits = nullptr;
-      crc->CalculateString(text, sum.get());
-      results += std::to_wstring(sum->lVal);
-      cipher->HexEncrypt(text, &digits);
-      BSTR plain = nullptr;
-      cipher->HexDecrypt(digits, &plain);
-      add(digits);
-      add(plain);
-      BSTR base64 = nullptr;
-      web->bsEncodeString(text, &base64);
-      web->bsDecodeString(base64, &plain);
-      add(base64);
-      add(plain);
-    }
-  };
-  const Server server;
-  Callers callers{server.create<IclsCRC>(CLSID_clsCRC), server.create<IclsEncryptXOR>(CLSID_clsEncryptXOR),
-                  server.create<IclsWebEncryption>(CLSID_clsWebEncryption)};
-  callers.cipher->put_Key(Bstr(L"key"));
-  callers.call_all();
-  const std::wstring expected = std::exchange(callers.results, {});
-  EXPECT_GT(expected.size(), 3000u);
-  for (unsigned shift = 0; shift < 16; shift += 4) {
-    with_stack_off_by(
-        shift, [](void* pointer) { static_cast<Callers*>(pointer)->call_all(); }, &callers);
-    EXPECT_EQ(std::exchange(callers.results, {}), expected) << shift;
-  }
-}
-#endif
 
 }  // namespace
 }  // namespace tornby

@@ -9,6 +9,7 @@
 
 #include "base/single_byte_code_page.h"
 #include "support/guarded_buffer.h"
+#include "support/kernels.h"
 
 namespace tornby {
 namespace {
@@ -51,16 +52,14 @@ TEST(CodeRunKernel, ShiftsUpToWhatIsNeitherAsciiNorOfTheRunAndStaysInside) {
         units[i] = static_cast<char16_t>(plain ? ascii : run.first + place);
         codes[i] = static_cast<std::uint8_t>(plain ? ascii : run.code + place);
       }
-      for (const CodeRunKernel& kernel : code_run_kernels()) {
-        if ((kernel.needs & ~available_features()) != 0) continue;
-        SCOPED_TRACE(kernel.name);
+      testing::with_each(code_run_kernels(), [&](const CodeRunKernel& kernel) {
         for (const char16_t stranger : {u'\x80', u'\x40F', u'\x44F', u'\xFFC1'})
           check<char16_t, std::uint8_t>([&](auto... arguments) { return kernel.narrow(arguments..., run); }, units,
                                         stranger, stranger_to(run.first, run.length), run.code - run.first);
         for (const std::uint8_t stranger : Bytes{0x80, 0xBF, 0xFF})
           check<std::uint8_t, char16_t>([&](auto... arguments) { return kernel.widen(arguments..., run); }, codes,
                                         stranger, stranger_to(run.code, run.length), run.first - run.code);
-      }
+      });
     }
 }
 

@@ -10,6 +10,7 @@
 #include "checksums/base64/kernels.h"
 #include "checksums/hex/kernels.h"
 #include "support/guarded_buffer.h"
+#include "support/kernels.h"
 
 namespace tornby {
 namespace {
@@ -31,15 +32,6 @@ struct Base64 {
 template <class Form>
 class CodecKernel : public ::testing::Test {
  protected:
-  template <class Test>
-  static void for_each_kernel(Test test) {
-    for (const Codec& kernel : Form::kernels()) {
-      if ((kernel.needs & ~available_features()) != 0) continue;
-      SCOPED_TRACE(kernel.name);
-      test(kernel);
-    }
-  }
-
   static std::vector<std::uint8_t> digits_by_bits(const std::vector<std::uint8_t>& bytes) {
     std::vector<std::uint8_t> digits;
     for (std::size_t bit = 0; bit < 8 * bytes.size(); bit += Form::bits_a_digit) {
@@ -49,12 +41,6 @@ class CodecKernel : public ::testing::Test {
       digits.push_back(static_cast<std::uint8_t>(Form::alphabet[value]));
     }
     return digits;
-  }
-
-  std::vector<std::uint8_t> random_bytes(std::size_t groups) {
-    std::vector<std::uint8_t> bytes(groups * Form::bytes_a_group);
-    std::generate(bytes.begin(), bytes.end(), [this] { return static_cast<std::uint8_t>(random_()); });
-    return bytes;
   }
 
   std::mt19937 random_{20260711};
@@ -68,10 +54,10 @@ TYPED_TEST(CodecKernel, AgreesAtEveryLengthAndAlignmentAndStaysInside) {
   testing::GuardedBuffer bytes_room(longest * TypeParam::bytes_a_group + shifts);
   testing::GuardedBuffer digits_room(longest * TypeParam::digits_a_group + shifts);
   for (std::size_t groups = 0; groups <= longest; ++groups) {
-    const auto bytes = this->random_bytes(groups);
+    const auto bytes = testing::random_bytes(this->random_, groups * TypeParam::bytes_a_group);
     const auto digits = this->digits_by_bits(bytes);
     const auto check = [&](std::span<std::uint8_t> bytes_place, std::span<std::uint8_t> digits_place) {
-      this->for_each_kernel([&](const Codec& kernel) {
+      testing::with_each(TypeParam::kernels(), [&](const Codec& kernel) {
         std::copy(bytes.begin(), bytes.end(), bytes_place.begin());
         std::fill(digits_place.begin(), digits_place.end(), std::uint8_t{0});
         kernel.encode(bytes_place.data(), groups, digits_place.data());
@@ -90,7 +76,7 @@ TYPED_TEST(CodecKernel, AgreesAtEveryLengthAndAlignmentAndStaysInside) {
 
 TYPED_TEST(CodecKernel, StopsAtTheFirstGroupWithAnythingButDigits) {
   constexpr std::size_t groups = 50;
-  const auto digits = this->digits_by_bits(this->random_bytes(groups));
+  const auto digits = this->digits_by_bits(testing::random_bytes(this->random_, groups * TypeParam::bytes_a_group));
   testing::GuardedBuffer bytes_room(groups * TypeParam::bytes_a_group);
   testing::GuardedBuffer digits_room(digits.size());
   const auto place = digits_room.at_end(digits.size());
@@ -102,7 +88,7 @@ TYPED_TEST(CodecKernel, StopsAtTheFirstGroupWithAnythingButDigits) {
     for (std::size_t at = value % 7; at < digits.size(); at += 7) {
       std::copy(digits.begin(), digits.end(), place.begin());
       place[at] = static_cast<std::uint8_t>(value);
-      this->for_each_kernel([&](const Codec& kernel) {
+      testing::with_each(TypeParam::kernels(), [&](const Codec& kernel) {
         ASSERT_EQ(kernel.decode(place.data(), groups, out.data()), legal ? groups : at / TypeParam::digits_a_group)
             << value << " at " << at;
       });

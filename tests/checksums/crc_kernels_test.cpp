@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "support/guarded_buffer.h"
+#include "support/kernels.h"
 
 namespace tornby::crc {
 namespace {
@@ -50,22 +51,6 @@ class CrcKernel : public ::testing::Test {
  protected:
   using Register = typename Checksum::Register;
 
-  /// Runs `test` with the update function of each kernel that this processor has.
-  template <class Test>
-  static void for_each_kernel(Test test) {
-    for (const auto& kernel : Checksum::kernels()) {
-      if ((kernel.needs & ~available_features()) != 0) continue;
-      SCOPED_TRACE(kernel.name);
-      test(kernel.update);
-    }
-  }
-
-  std::vector<std::uint8_t> random_bytes(std::size_t size) {
-    std::vector<std::uint8_t> bytes(size);
-    std::generate(bytes.begin(), bytes.end(), [this] { return static_cast<std::uint8_t>(random_()); });
-    return bytes;
-  }
-
   std::mt19937 random_{20260507};
 };
 
@@ -76,12 +61,14 @@ TYPED_TEST(CrcKernel, AgreesAtEveryLengthAndAlignmentAndStaysInside) {
   constexpr std::size_t longest = 600;
   testing::GuardedBuffer buffer(longest + 64);
   for (std::size_t length = 0; length <= longest; ++length) {
-    const auto bytes = this->random_bytes(length);
+    const auto bytes = testing::random_bytes(this->random_, length);
     const auto value = static_cast<typename TypeParam::Register>(this->random_());
     const auto expected = TypeParam::by_bits(value, bytes);
     const auto check = [&](std::span<std::uint8_t> place) {
       std::copy(bytes.begin(), bytes.end(), place.begin());
-      this->for_each_kernel([&](auto update) { ASSERT_EQ(update(value, place.data(), length), expected) << length; });
+      testing::with_each(TypeParam::kernels(), [&](const auto& kernel) {
+        ASSERT_EQ(kernel.update(value, place.data(), length), expected) << length;
+      });
     };
     check(buffer.at_end(length));
     for (std::size_t shift = 0; shift < 64; shift += 1 + length / 100)
@@ -90,16 +77,16 @@ TYPED_TEST(CrcKernel, AgreesAtEveryLengthAndAlignmentAndStaysInside) {
 }
 
 TYPED_TEST(CrcKernel, GoesOnWhereItStoppedAtAnySplit) {
-  const auto bytes = this->random_bytes(100'000);
+  const auto bytes = testing::random_bytes(this->random_, 100'000);
   const auto expected = TypeParam::by_bits(TypeParam::start, bytes);
   for (int round = 0; round < 50; ++round) {
     std::vector<std::size_t> cuts = {0, bytes.size()};
     for (int cut = 0; cut < 20; ++cut) cuts.push_back(this->random_() % (bytes.size() + 1));
     std::sort(cuts.begin(), cuts.end());
-    this->for_each_kernel([&](auto update) {
+    testing::with_each(TypeParam::kernels(), [&](const auto& kernel) {
       auto value = TypeParam::start;
       for (std::size_t i = 1; i < cuts.size(); ++i)
-        value = update(value, bytes.data() + cuts[i - 1], cuts[i] - cuts[i - 1]);
+        value = kernel.update(value, bytes.data() + cuts[i - 1], cuts[i] - cuts[i - 1]);
       ASSERT_EQ(value, expected);
     });
   }

@@ -12,6 +12,7 @@
 #include "checksums/crc/kernels.h"
 #include "checksums/hex/kernels.h"
 #include "checksums/keyed_xor/kernels.h"
+#include "support/kernels.h"
 
 // void call_below(function, argument, distance): calls with the stack that far below a boundary of 64 bytes.
 asm(R"(
@@ -49,16 +50,6 @@ void on_every_boundary(Function function) {
   }
 }
 
-/// Runs a test for each kernel that this processor has.
-template <class Kernels, class Test>
-void with_each(const Kernels& kernels, Test test) {
-  for (const auto& kernel : kernels)
-    if ((kernel.needs & ~available_features()) == 0) {
-      SCOPED_TRACE(kernel.name);
-      test(kernel);
-    }
-}
-
 constexpr std::size_t size = 999;  // whole blocks of every kernel, and a rest
 using Room = std::array<std::uint8_t, 2 * size>;
 
@@ -66,9 +57,9 @@ TEST(MisalignedCallers, GetTheSameFromEveryKernel) {
   Room in{};
   for (std::size_t i = 0; i < in.size(); ++i) in[i] = static_cast<std::uint8_t>(i * 131 >> 3);
   const auto of_crc = [&](const auto& kernel) { on_every_boundary([&] { return kernel.update(1, in.data(), size); }); };
-  with_each(crc::crc16_kernels(), of_crc);
-  with_each(crc::crc32_kernels(), of_crc);
-  with_each(keyed_xor::kernels(), [&](const keyed_xor::Kernel& kernel) {
+  testing::with_each(crc::crc16_kernels(), of_crc);
+  testing::with_each(crc::crc32_kernels(), of_crc);
+  testing::with_each(keyed_xor::kernels(), [&](const keyed_xor::Kernel& kernel) {
     for (const std::size_t key_size : {5u, 16u, 33u})
       on_every_boundary([&] {
         Room out{};
@@ -86,9 +77,9 @@ TEST(MisalignedCallers, GetTheSameFromEveryKernel) {
       });
     };
   };
-  with_each(hex::kernels(), of_codec(1));
-  with_each(base64::kernels(), of_codec(3));
-  with_each(code_run_kernels(), [](const CodeRunKernel& kernel) {
+  testing::with_each(hex::kernels(), of_codec(1));
+  testing::with_each(base64::kernels(), of_codec(3));
+  testing::with_each(code_run_kernels(), [](const CodeRunKernel& kernel) {
     on_every_boundary([&] {
       std::array<char16_t, size> units, back{};
       for (std::size_t i = 0; i < size; ++i) units[i] = static_cast<char16_t>(i % 0x80 + (i % 3 == 0 ? 0x80 : 0));
