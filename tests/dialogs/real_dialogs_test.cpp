@@ -174,11 +174,11 @@ TEST_F(RealDialogs, PromptOffersThreeButtons) {
   dialogs.blnUsePersistence(false);
   dialogs.lngHWnd(0);
   std::string message;
-  const Answers::Answer aborted = [&](const OpenDialog& box) {
+  const Answers::Answer retried = [&](const OpenDialog& box) {
     message = box.text(box_text);
-    box.press(abort_button);
+    box.press(retry_button);
   };
-  const Answers answers = {press(retry_button), aborted, press(ignore_button)};
+  const Answers answers = {retried, press(abort_button), press(ignore_button)};
   dialogs.strGetOpenFileName();
   EXPECT_EQ(failing.calls, 2);
   EXPECT_EQ(message, "Error #:70\r\nPermission denied\r\nN/A");
