@@ -172,12 +172,12 @@ TEST_F(RealDialogs, PromptOffersThreeButtons) {
   failing.before_call = [] { throw RuntimeError(StandardError::permission_denied); };
   clsDIALOGS dialogs(failing);
   dialogs.blnUsePersistence(false);
-  dialogs.lngHWnd(0);
+  dialogs.lngHWnd(native_dialogs().desktop_window());
   std::string message;
-  const Answers::Answer retried = [&](const OpenDialog& box) {
+  const Answers::Answer retried = when_running([&](const OpenDialog& box) {
     message = box.text(box_text);
     box.press(retry_button);
-  };
+  });
   const Answers answers = {retried, press(abort_button), press(ignore_button)};
   dialogs.strGetOpenFileName();
   EXPECT_EQ(failing.calls, 2);
