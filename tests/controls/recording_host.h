@@ -31,9 +31,13 @@ inline constexpr double character_width = 6;
 inline constexpr double character_height = 13;
 
 /// A property that is kept in the member of its name with an underscore.
-#define KEPT(type, argument, name)                \
-  type name() const override { return name##_; } \
-  void name(argument value) override { name##_ = value; }
+#define KEPT(type, argument, name)     \
+  type name() const override {         \
+    return name##_;                    \
+  }                                    \
+  void name(argument value) override { \
+    name##_ = value;                   \
+  }
 
 template <class Base>
 class Placed : public Base {

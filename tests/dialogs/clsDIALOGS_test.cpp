@@ -109,15 +109,9 @@ const struct {
   std::int32_t code;
   const char* text;
 } errors[] = {
-    {-1, "Dialog Failure"},
-    {0, "General Codes Failure"},
-    {1, "Structure Size Error"},
-    {11, "No Hook"},
-    {12288, "File Name Codes Error"},
-    {12291, "File Name/Title Buffer Too Small"},
-    {13, "Unknown Error"},
-    {4104, "Unknown Error"},
-    {65535, "Unknown Error"},
+    {-1, "Dialog Failure"}, {0, "General Codes Failure"},     {1, "Structure Size Error"},
+    {11, "No Hook"},        {12288, "File Name Codes Error"}, {12291, "File Name/Title Buffer Too Small"},
+    {13, "Unknown Error"},  {4104, "Unknown Error"},          {65535, "Unknown Error"},
 };
 
 TEST(clsDIALOGS, StoresAndShowsEveryFailureAsTheTableSays) {

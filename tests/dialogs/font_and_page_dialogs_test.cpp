@@ -29,15 +29,8 @@ TEST(FontDialog, IsAskedFieldByField) {
 TEST(FontDialog, RoundsToWholePoints) {
   const struct {
     std::int32_t tenths, points;
-  } cases[] = {{105, 10},
-               {115, 12},
-               {104, 10},
-               {106, 11},
-               {10, 1},
-               {9, 10},
-               {0, 10},
-               {-80, 10},
-               {2147483647, 214748365}};
+  } cases[] = {
+      {105, 10}, {115, 12}, {104, 10}, {106, 11}, {10, 1}, {9, 10}, {0, 10}, {-80, 10}, {2147483647, 214748365}};
   for (const auto& [tenths, points] : cases) {
     Script script;
     script.dialogs.font_chosen.result = 1;
