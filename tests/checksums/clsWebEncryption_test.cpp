@@ -154,6 +154,9 @@ TEST(clsWebEncryption, GivesBackEveryTextOfTheCodePage) {
       EXPECT_EQ(digits, text);
     }
   }
+  String longer(10'000, u'x');
+  web().Encrypt(longer, u"12345");
+  for (std::size_t i = 0; i < longer.size(); ++i) ASSERT_EQ(longer[i], u'x' ^ u"12345"[i % 5]) << "one key goes round";
   String outside = u"a\u0416b";
   outside = web().Encrypt(outside, u"k");
   EXPECT_EQ(web().Decrypt(outside, u"k"), u"a?b");
