@@ -32,6 +32,9 @@ struct CodeRunKernel {
 
   /// The way back, under the same terms.
   std::size_t (*widen)(const std::uint8_t* codes, std::size_t size, char16_t* units, const CodeRun& run);
+
+  /// Writes a unit for each of `size` bytes, whose value is the byte.
+  void (*widen_bytes)(const std::uint8_t* bytes, std::size_t size, char16_t* units);
 };
 inline constexpr std::size_t code_run_stride = 64;
 
@@ -41,12 +44,9 @@ std::span<const CodeRunKernel> code_run_kernels();
 /// The best kernel for this processor.
 const CodeRunKernel& code_runs();
 
-/// Every byte as the character of that number.
-inline constexpr CodeRun bytes_as_units{0x80, 0x80, 0x80};
-
 /// Writes one unit a byte, whose value is the byte.
 inline void widen_bytes(ByteView bytes, char16_t* units) {
-  code_runs().widen(bytes.data(), bytes.size(), units, bytes_as_units);
+  code_runs().widen_bytes(bytes.data(), bytes.size(), units);
 }
 
 /// Writes one byte a unit where all are ASCII. Otherwise returns false, and what is written is of no meaning.

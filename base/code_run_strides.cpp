@@ -68,4 +68,8 @@ std::size_t widen(const std::uint8_t* codes, std::size_t size, char16_t* units, 
   return convert(codes, size, units, run.length != 0 ? &place : nullptr);
 }
 
+void widen_bytes(const std::uint8_t* bytes, std::size_t size, char16_t* units) {
+  for (std::size_t i = 0; i < size; ++i) units[i] = bytes[i];
+}
+
 }  // namespace tornby::TORNBY_KERNEL

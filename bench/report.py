@@ -1,58 +1,138 @@
 #!/usr/bin/env python3
-"""Prints benchmark results as tables of ratios.
+"""Makes the report of the benchmarks: a table a subject, and one chart of them all.
 
-Usage: report.py title file.json [title file.json]...
+Usage: report.py [--chart file.svg] [--page page.md] title folder [title folder]...
 
-A benchmark is named group/who/size. Each group becomes a table: a row a size, a column a participant, each cell the
-throughput (or the time, where a benchmark counts no bytes) and how many times as fast that is as the first column."""
+A folder holds the figures of one system, a JSON file a program. A benchmark is named subject/who/size; ours is the one
+called Tornby or like a member or class of ours. All benchmarks take turns in short rounds; of the rounds the best counts,
+since whatever else the machine does only adds to it.
+The tables go to the output, and with --page between the page's lines <!-- figures --> and <!-- end of figures -->."""
 
 import json
+import pathlib
+import re
 import sys
 
-
-def load(path):
-    groups = {}
-    with open(path, encoding="utf-8") as file:
-        for entry in json.load(file)["benchmarks"]:
-            group, who, size = entry["name"].split("/")[:3]
-            groups.setdefault(group, {}).setdefault(int(size), {})[who] = entry
-    return groups
+OURS = re.compile(r"tornby|XML_Settings|ValueCollection|cls[A-Z]\w+|api\w+|Api\w+|Calculate\w+", re.IGNORECASE)
+UNITS = {"collection": "pairs", "settings": "keys", "late_binding": ""}  # by program; otherwise bytes or characters
+LESS = re.compile(r"unsafely|not summed")  # peers that promise less: in the tables, not in the chart
+NANOSECONDS = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}
 
 
-def size_text(size):
-    for unit, name in ((1 << 20, "MiB"), (1 << 10, "KiB")):
-        if size >= unit and size % unit == 0:
-            return f"{size // unit} {name}"
-    return str(size)
+def load(folder):
+    """Subject: size: who: nanoseconds, in the order of the programs."""
+    subjects = {}
+    for path in sorted(pathlib.Path(folder).glob("*.json")):
+        rounds = {}
+        for entry in json.loads(path.read_text(encoding="utf-8"))["benchmarks"]:
+            if entry["run_type"] == "iteration" and not entry.get("error_occurred"):
+                name = entry.get("run_name", entry["name"])
+                rounds.setdefault(name, []).append(entry["real_time"] * NANOSECONDS[entry["time_unit"]])
+        for name in sorted(rounds, key=lambda name: name.split("/")[0]):
+            subject, who, size = (name.split("/") + ["0"])[:3]
+            sizes = subjects.setdefault(subject, (UNITS.get(path.stem, "B"), {}))[1]
+            sizes.setdefault(int(size), {})[who] = min(rounds[name])
+    return subjects
 
 
-def cell(entry, baseline):
-    if "bytes_per_second" in entry:
-        figure = f"{entry['bytes_per_second'] / 1e6:,.0f} MB/s"
-    else:
-        figure = f"{entry['real_time']:,.0f} {entry['time_unit']}"
-    return f"{figure} ({baseline['real_time'] / entry['real_time']:.2f}x)"
+def ours_of(row):
+    return next((who for who in row if OURS.match(who)), None)
 
 
-def print_table(title, group, rows):
-    participants = []
-    for row in rows.values():
-        participants += [who for who in row if who not in participants]
-    print(f"\n### {group}, {title}\n")
-    print("| size | " + " | ".join(participants) + " |")
-    print("|---:|" + "---:|" * len(participants))
-    for size, row in sorted(rows.items()):
-        baseline = row[participants[0]]
-        cells = [cell(row[who], baseline) if who in row else "" for who in participants]
-        print(f"| {size_text(size)} | " + " | ".join(cells) + " |")
+def size_text(size, unit):
+    if size < 0:
+        return f"1 to {-size} {unit}"
+    for factor, name in ((1 << 20, "Mi"), (1 << 10, "Ki")):
+        if unit == "B" and size >= factor and size % factor == 0:
+            return f"{size // factor} {name}B"
+    return f"{size:,} {unit}".strip() if unit else ""
+
+
+def time_text(nanoseconds):
+    for factor, name in ((1e6, "ms"), (1e3, "us")):
+        if nanoseconds >= factor:
+            return f"{nanoseconds / factor:.3g} {name}"
+    return f"{nanoseconds:.3g} ns"
+
+
+def ratio_text(ratio):
+    return f"{ratio:.2f} times" if ratio < 9.95 else f"{ratio:.0f} times"
+
+
+def processor():
+    for line in pathlib.Path("/proc/cpuinfo").read_text(encoding="utf-8").splitlines():
+        if line.startswith("model name"):
+            return line.split(":", 1)[1].strip()
+    return "unknown processor"
+
+
+def tables(systems):
+    yield (f"Measured on {processor()}, one thread. Behind the time of each peer stands how many times as fast as the peer "
+           "Tornby is.")
+    subjects = dict.fromkeys(subject for _, found in systems for subject in found)
+    for subject in subjects:
+        everyone = dict.fromkeys(who for _, found in systems for row in found.get(subject, ("", {}))[1].values()
+                                 for who in sorted(row) if not OURS.match(who))
+        yield f"\n### {subject}\n"
+        yield "| Size | System | Tornby | " + " | ".join(everyone) + " |"
+        yield "|---:|---|---:|" + "---:|" * len(everyone)
+        rows = [(size, title, unit, row) for title, found in systems if subject in found
+                for unit, sizes in [found[subject]] for size, row in sizes.items()]
+        for size, title, unit, row in sorted(rows, key=lambda entry: entry[0]):
+            ours = row.get(ours_of(row))
+            if ours is None:
+                continue
+            cells = [f"{time_text(row[who])}, {ratio_text(row[who] / ours)}" if who in row else "" for who in everyone]
+            yield f"| {size_text(size, unit)} | {title} | {time_text(ours)} | " + " | ".join(cells) + " |"
+
+
+def draw(systems, path):
+    import matplotlib
+    matplotlib.use("svg")
+    matplotlib.rcParams["svg.hashsalt"] = "tornby"  # the same figures make the same file
+    from matplotlib import pyplot
+
+    subjects = list(dict.fromkeys(subject for _, found in systems for subject in found))
+    figure, axes = pyplot.subplots(figsize=(9, 1.5 + 0.27 * len(subjects)), layout="constrained")
+    for at, (title, found) in enumerate(systems):
+        points = []
+        for subject, (_, sizes) in found.items():
+            for row in sizes.values():
+                ours, peers = ours_of(row), [time for who, time in row.items()
+                                              if not OURS.match(who) and not LESS.search(who)]
+                if ours and peers:
+                    points.append((min(peers) / row[ours], subjects.index(subject) + 0.15 * (2 * at - 1)))
+        axes.scatter(*zip(*points), label=title, s=18, alpha=0.7)
+    axes.axvline(1, color="black", linewidth=0.8)
+    axes.set_xscale("log")
+    axes.set_xticks(ticks := [0.1, 0.2, 0.5, 1, 2, 5, 10, 20, 50, 100])
+    axes.set_xticklabels([f"{tick:g}" for tick in ticks])
+    axes.set_yticks(range(len(subjects)), subjects)
+    axes.invert_yaxis()
+    axes.grid(axis="x", alpha=0.3)
+    axes.set_xlabel(f"times as fast as the best peer of its subject: a dot a size, 1 is level\n({processor()})")
+    axes.legend(loc="lower center", bbox_to_anchor=(0.5, 1), ncols=len(systems), frameon=False)
+    figure.savefig(path, metadata={"Date": None})
 
 
 def main(arguments):
-    if not arguments or len(arguments) % 2:
+    options = {}
+    while arguments and arguments[0].startswith("--"):
+        options[arguments[0]] = arguments[1]
+        arguments = arguments[2:]
+    if not arguments or len(arguments) % 2 or options.keys() - {"--chart", "--page"}:
         sys.exit(__doc__)
-    for title, path in zip(arguments[::2], arguments[1::2]):
-        for group, rows in load(path).items():
-            print_table(title, group, rows)
+    systems = [(title, load(folder)) for title, folder in zip(arguments[::2], arguments[1::2])]
+    report = "\n".join(tables(systems))
+    print(report)
+    if "--chart" in options:
+        draw(systems, options["--chart"])
+    if "--page" in options:
+        page = pathlib.Path(options["--page"])
+        first, last = "<!-- figures -->\n", "<!-- end of figures -->"
+        before, _, rest = page.read_text(encoding="utf-8").partition(first)
+        after = rest.partition(last)[2]
+        page.write_text(before + first + "\n" + report + "\n\n" + last + after, encoding="utf-8")
 
 
 main(sys.argv[1:])

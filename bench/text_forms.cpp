@@ -1,16 +1,15 @@
-// Hexadecimal, Base64 and the keyed XOR from 64 bytes to 1 MiB, beside OpenSSL's Base64 and a copy of the same bytes;
-// and a whole text file up to 256 MiB, beside a plain read. Names are group/who/size, the size being that of the bytes
-// that the form stands for; the first of a group is what the others are compared with.
-#include <benchmark/benchmark.h>
+// Hexadecimal, Base64 and the keyed XOR: the block kernels, and the members that give text or bytes. Sizes are those of
+// the bytes that the form stands for, or of the characters. A member's peer is its kernels alone over as many bytes.
+// They work from and to memory that is in use already; large ones also get, and touch, fresh memory of the size of the
+// member's result.
+#include <libbase64.h>
 
-#include <cstdint>
-#include <cstdio>
-#include <cstring>
-#include <filesystem>
-#include <vector>
+#include <memory>
 
+#include "bench/measure.h"
 #include "checksums/base64/kernels.h"
-#include "checksums/clsApi.h"
+#include "checksums/clsEncryptXOR.h"
+#include "checksums/clsWebEncryption.h"
 #include "checksums/hex/kernels.h"
 #include "checksums/keyed_xor/kernels.h"
 
@@ -21,152 +20,215 @@
 namespace {
 
 using namespace tornby;
+using bench::short_lengths;
 
-/// What one step works on: `size` bytes, and room for any of their forms.
+/// Some bytes, and room for any of their forms.
 struct Blocks {
-  std::size_t size;
-  std::vector<std::uint8_t> bytes, digits;
+  Bytes bytes, digits;
 };
-using Step = void (*)(Blocks&);
-
-void run(benchmark::State& state, Step prepare, Step step) {
-  const auto size = static_cast<std::size_t>(state.range(0)) / 3 * 3;
-  Blocks blocks{size, Bytes(size), Bytes(2 * size)};
-  for (std::size_t i = 0; i < size; ++i) blocks.bytes[i] = static_cast<std::uint8_t>(i * 131 >> 3);
-  prepare(blocks);
-  for (auto _ : state) {
-    step(blocks);
-    benchmark::ClobberMemory();
-  }
-  state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(size));
+Blocks blocks(std::size_t size) {
+  return {bench::some_bytes(size), Bytes(2 * size + 4)};
+}
+Blocks hexadecimal(std::size_t size) {
+  Blocks made = blocks(size);
+  hex::best().encode(made.bytes.data(), size, made.digits.data());
+  return made;
+}
+Blocks base64_digits(std::size_t size) {
+  Blocks made = blocks(size);
+  base64::best().encode(made.bytes.data(), size / 3, made.digits.data());
+  return made;
 }
 
-void add(
-    const char* name, Step step, Step prepare = [](Blocks&) {}) {
-  auto* entry = benchmark::RegisterBenchmark(name, [=](benchmark::State& state) { run(state, prepare, step); });
-  for (const std::int64_t size : {64, 1024, 16'384, 1'048'576}) entry->Arg(size);
+template <class Make, class Step>
+void add_kernel(const char* name, Make make, Step step) {
+  bench::add(name, {short_lengths, 16, 64, 1024, 65'536, 1 << 20}, make, step);
+}
+template <class Make, class Step>
+void add_member(const char* name, Make make, Step step) {
+  bench::add(name, {16, 1024, 65'536, 1 << 20}, make, step);
 }
 
-void copy(Blocks& b) {
-  std::memcpy(b.digits.data(), b.bytes.data(), b.size);
+void hex_encode(Blocks& b, std::size_t size) {
+  hex::best().encode(b.bytes.data(), size, b.digits.data());
 }
-
-const Codec& hex_plain() {
-  return hex::kernels().back();
+void hex_decode(Blocks& b, std::size_t size) {
+  benchmark::DoNotOptimize(hex::best().decode(b.digits.data(), size, b.bytes.data()));
 }
-const Codec& base64_plain() {
-  return base64::kernels().back();
+void base64_encode(Blocks& b, std::size_t size) {
+  base64::best().encode(b.bytes.data(), size / 3, b.digits.data());
 }
-
-template <const Codec& (*kernel)()>
-void hex_encode(Blocks& b) {
-  kernel().encode(b.bytes.data(), b.size, b.digits.data());
+void base64_decode(Blocks& b, std::size_t size) {
+  benchmark::DoNotOptimize(base64::best().decode(b.digits.data(), size / 3, b.bytes.data()));
 }
-template <const Codec& (*kernel)()>
-void hex_decode(Blocks& b) {
-  benchmark::DoNotOptimize(kernel().decode(b.digits.data(), b.size, b.bytes.data()));
-}
-template <const Codec& (*kernel)()>
-void base64_encode(Blocks& b) {
-  kernel().encode(b.bytes.data(), b.size / 3, b.digits.data());
-}
-template <const Codec& (*kernel)()>
-void base64_decode(Blocks& b) {
-  benchmark::DoNotOptimize(kernel().decode(b.digits.data(), b.size / 3, b.bytes.data()));
-}
-template <keyed_xor::Apply apply, std::size_t key_size>
-void keyed_xor_by(Blocks& b) {
+template <std::size_t key_size>
+void apply_key(Blocks& b, std::size_t size) {
   static const Bytes key(key_size, 0x5A);
-  apply(b.bytes.data(), b.bytes.data(), b.size, key.data(), key.size(), 0);
+  keyed_xor::apply(b.bytes.data(), b.bytes.data(), size, key.data(), key.size(), 0);
 }
 
-#ifdef BENCH_OPENSSL
-void openssl_encode(Blocks& b) {
-  ::EVP_EncodeBlock(b.digits.data(), b.bytes.data(), static_cast<int>(b.size));
+// The 256-bit code of Alfred Klomp's library.
+void klomp_encode(Blocks& b, std::size_t size) {
+  std::size_t written = 0;
+  ::base64_encode(reinterpret_cast<const char*>(b.bytes.data()), size / 3 * 3, reinterpret_cast<char*>(b.digits.data()),
+                  &written, BASE64_FORCE_AVX2);
 }
-void openssl_decode(Blocks& b) {
-  benchmark::DoNotOptimize(::EVP_DecodeBlock(b.bytes.data(), b.digits.data(), static_cast<int>(b.size / 3 * 4)));
-}
-#endif
-
-/// A file of that size, made when first asked for and removed at the end.
-const std::filesystem::path& file_of(std::uintmax_t size) {
-  struct File {
-    std::filesystem::path path;
-    std::uintmax_t size = 0;
-    ~File() {
-      std::error_code ignored;
-      std::filesystem::remove(path, ignored);
-    }
-  };
-  static File file{std::filesystem::temp_directory_path() / "tornby_bench.txt"};
-  if (file.size != size) {
-    std::FILE* out = std::fopen(file.path.string().c_str(), "wb");
-    const std::vector<char> block(1 << 16, 'x');
-    for (std::uintmax_t left = size; left != 0; left -= block.size()) std::fwrite(block.data(), 1, block.size(), out);
-    std::fclose(out);
-    file.size = size;
-  }
-  return file.path;
+void klomp_decode(Blocks& b, std::size_t size) {
+  std::size_t written = 0;
+  benchmark::DoNotOptimize(::base64_decode(reinterpret_cast<const char*>(b.digits.data()), size / 3 * 4,
+                                           reinterpret_cast<char*>(b.bytes.data()), &written, BASE64_FORCE_AVX2));
 }
 
-void plain_read(const std::filesystem::path& path, std::size_t size) {
-  std::vector<char> bytes(size);
-  std::FILE* in = std::fopen(path.string().c_str(), "rb");
-  benchmark::DoNotOptimize(std::fread(bytes.data(), 1, size, in));
-  std::fclose(in);
-  benchmark::DoNotOptimize(bytes.data());
-}
-void plain_read_as_text(const std::filesystem::path& path, std::size_t size) {
-  Bytes bytes(size);
-  std::FILE* in = std::fopen(path.string().c_str(), "rb");
-  benchmark::DoNotOptimize(std::fread(bytes.data(), 1, size, in));
-  std::fclose(in);
-  benchmark::DoNotOptimize(String(bytes.begin(), bytes.end()).data());
-}
-void api_read(const std::filesystem::path& path, std::size_t) {
-  benchmark::DoNotOptimize(clsApi().ApiReadFile(path.u16string()).size());
-}
-
-void add_read(const char* name, void (*read)(const std::filesystem::path&, std::size_t)) {
-  auto* entry = benchmark::RegisterBenchmark(name, [=](benchmark::State& state) {
-    const auto size = static_cast<std::size_t>(state.range(0));
-    const auto& path = file_of(size);
-    for (auto _ : state) read(path, size);
-    state.SetBytesProcessed(state.iterations() * state.range(0));
+void add_kernels() {
+  add_kernel("to hexadecimal/Tornby", blocks, hex_encode);
+  add_kernel("to hexadecimal/by table", blocks,
+             [](Blocks& b, std::size_t size) { hex::encode_plain(b.bytes.data(), size, b.digits.data()); });
+  add_kernel("from hexadecimal/Tornby", hexadecimal, hex_decode);
+  add_kernel("from hexadecimal/by table", hexadecimal, [](Blocks& b, std::size_t size) {
+    benchmark::DoNotOptimize(hex::decode_plain(b.digits.data(), size, b.bytes.data()));
   });
-  for (const std::int64_t size : {1 << 16, 1 << 20, 1 << 24, 1 << 28}) entry->Arg(size);
-  entry->UseRealTime();
+  add_kernel("to Base64/Tornby", blocks, base64_encode);
+  add_kernel("to Base64/aklomp, 256 bits", blocks, klomp_encode);
+  add_kernel("from Base64/Tornby", base64_digits, base64_decode);
+  add_kernel("from Base64/aklomp, 256 bits", base64_digits, klomp_decode);
+#ifdef BENCH_OPENSSL
+  add_kernel("to Base64/OpenSSL", blocks, [](Blocks& b, std::size_t size) {
+    ::EVP_EncodeBlock(b.digits.data(), b.bytes.data(), static_cast<int>(size / 3 * 3));
+  });
+  add_kernel("from Base64/OpenSSL", base64_digits, [](Blocks& b, std::size_t size) {
+    benchmark::DoNotOptimize(::EVP_DecodeBlock(b.bytes.data(), b.digits.data(), static_cast<int>(size / 3 * 4)));
+  });
+#endif
+  add_kernel("XOR, key of 16/Tornby", blocks, apply_key<16>);
+  add_kernel("XOR, key of 16/by bytes", blocks, [](Blocks& b, std::size_t size) {
+    static const Bytes key(16, 0x5A);
+    for (std::size_t i = 0; i < size; ++i) b.bytes[i] ^= key[i % 16];
+  });
+}
+
+const clsEncryptXOR& cipher() {
+  static const clsEncryptXOR object;
+  return object;
+}
+const clsWebEncryption& web() {
+  static const clsWebEncryption object;
+  return object;
+}
+constexpr StringView key = u"secret";
+
+/// As many characters as the bytes that they are stored in.
+String stored_text(std::size_t size) {
+  return bench::some_text(size / 2);
+}
+String ascii(std::size_t size) {
+  return bench::some_text(size);
+}
+String letters(std::size_t size) {
+  return bench::some_text(size, 30);
+}
+String signs(std::size_t size) {
+  return bench::some_text(size, 30, u'\u20AC');
+}
+
+void touch_fresh_memory(std::size_t size) {
+  constexpr std::size_t large = 1 << 16, page = 4096;
+  if (size < large) return;
+  const std::unique_ptr<std::uint8_t[]> memory(new std::uint8_t[size]);
+  for (std::size_t at = 0; at < size; at += page) memory[at] = 0;
+  benchmark::DoNotOptimize(memory.get());
+}
+
+void add_members() {
+  add_member("HexEncrypt/Tornby", stored_text,
+             [](const String& text, std::size_t) { benchmark::DoNotOptimize(cipher().HexEncrypt(text).data()); });
+  add_member("HexEncrypt/its kernels alone", blocks, [](Blocks& b, std::size_t size) {
+    touch_fresh_memory(4 * size);
+    apply_key<16>(b, size);
+    hex_encode(b, size);
+  });
+  add_member(
+      "HexDecrypt/Tornby", [](std::size_t size) { return cipher().HexEncrypt(stored_text(size)); },
+      [](const String& text, std::size_t) { benchmark::DoNotOptimize(cipher().HexDecrypt(text).data()); });
+  add_member("HexDecrypt/its kernels alone", hexadecimal, [](Blocks& b, std::size_t size) {
+    touch_fresh_memory(size);
+    hex_decode(b, size);
+    apply_key<16>(b, size);
+  });
+  add_member("clsEncryptXOR Encrypt/Tornby", stored_text,
+             [](const String& text, std::size_t) { benchmark::DoNotOptimize(cipher().Encrypt(text).data()); });
+  add_member("clsEncryptXOR Encrypt/its kernels alone", blocks, [](Blocks& b, std::size_t size) {
+    touch_fresh_memory(size);
+    apply_key<16>(b, size);
+  });
+  add_member("bsEncode/Tornby", bench::some_bytes,
+             [](const Bytes& bytes, std::size_t) { benchmark::DoNotOptimize(web().bsEncode(bytes).data()); });
+  add_member("bsEncode/its kernels alone", blocks, [](Blocks& b, std::size_t size) {
+    touch_fresh_memory(4 * size / 3);
+    base64_encode(b, size);
+  });
+  add_member(
+      "bsDecode/Tornby", [](std::size_t size) { return web().bsEncode(bench::some_bytes(size)); },
+      [](const Bytes& digits, std::size_t) { benchmark::DoNotOptimize(web().bsDecode(digits).data()); });
+  add_member("bsDecode/its kernels alone", base64_digits, [](Blocks& b, std::size_t size) {
+    touch_fresh_memory(size);
+    base64_decode(b, size);
+  });
+  add_member("bsEncodeString/Tornby", ascii,
+             [](const String& text, std::size_t) { benchmark::DoNotOptimize(web().bsEncodeString(text).data()); });
+  add_member("bsEncodeString/its kernels alone", blocks, [](Blocks& b, std::size_t size) {
+    touch_fresh_memory(8 * size / 3);
+    base64_encode(b, size);
+  });
+  add_member("bsEncodeString, accents/Tornby", letters,
+             [](const String& text, std::size_t) { benchmark::DoNotOptimize(web().bsEncodeString(text).data()); });
+  add_member("bsEncodeString, accents/its kernels alone", blocks, [](Blocks& b, std::size_t size) {
+    touch_fresh_memory(8 * size / 3);
+    base64_encode(b, size);
+  });
+  add_member("bsEncodeString, signs/Tornby", signs,
+             [](const String& text, std::size_t) { benchmark::DoNotOptimize(web().bsEncodeString(text).data()); });
+  add_member("bsEncodeString, signs/its kernels alone", blocks, [](Blocks& b, std::size_t size) {
+    touch_fresh_memory(8 * size / 3);
+    base64_encode(b, size);
+  });
+  add_member(
+      "bsDecodeString/Tornby", [](std::size_t size) { return web().bsEncodeString(ascii(size)); },
+      [](const String& text, std::size_t) { benchmark::DoNotOptimize(web().bsDecodeString(text).data()); });
+  add_member("bsDecodeString/its kernels alone", base64_digits, [](Blocks& b, std::size_t size) {
+    touch_fresh_memory(2 * size);
+    base64_decode(b, size);
+  });
+  struct Texts {
+    String given, changed;
+  };
+  add_member("clsWebEncryption Encrypt/Tornby", ascii, [](String& text, std::size_t) {
+    benchmark::DoNotOptimize(web().Encrypt(text, key).data());  // again and again, there and back
+  });
+  add_member("clsWebEncryption Encrypt/its kernels alone", blocks, [](Blocks& b, std::size_t size) {
+    touch_fresh_memory(8 * size / 3);
+    apply_key<6>(b, size);
+    base64_encode(b, size);
+  });
+  add_member(
+      "clsWebEncryption Decrypt/Tornby",
+      [](std::size_t size) {
+        String text = ascii(size);
+        return Texts{web().Encrypt(text, key), {}};
+      },
+      [](Texts& texts, std::size_t) {
+        texts.changed = texts.given;
+        benchmark::DoNotOptimize(web().Decrypt(texts.changed, key).data());
+      });
+  add_member("clsWebEncryption Decrypt/its kernels alone", base64_digits, [](Blocks& b, std::size_t size) {
+    touch_fresh_memory(2 * size);
+    base64_decode(b, size);
+    apply_key<6>(b, size);
+  });
 }
 
 const bool added = [] {
-  add("hex encode/plain", hex_encode<hex_plain>);
-  add("hex encode/best", hex_encode<hex::best>);
-  add("hex encode/memcpy", copy);
-  add("hex decode/plain", hex_decode<hex_plain>, hex_encode<hex_plain>);
-  add("hex decode/best", hex_decode<hex::best>, hex_encode<hex_plain>);
-  add("hex decode/memcpy", copy);
-  add("base64 encode/plain", base64_encode<base64_plain>);
-  add("base64 encode/best", base64_encode<base64::best>);
-#ifdef BENCH_OPENSSL
-  add("base64 encode/OpenSSL", openssl_encode);
-#endif
-  add("base64 encode/memcpy", copy);
-  add("base64 decode/plain", base64_decode<base64_plain>, base64_encode<base64_plain>);
-  add("base64 decode/best", base64_decode<base64::best>, base64_encode<base64_plain>);
-#ifdef BENCH_OPENSSL
-  add("base64 decode/OpenSSL", openssl_decode, base64_encode<base64_plain>);
-#endif
-  add("base64 decode/memcpy", copy);
-  add("xor, key of 16/plain", keyed_xor_by<keyed_xor::apply_plain, 16>);
-  add("xor, key of 16/best", keyed_xor_by<keyed_xor::apply, 16>);
-  add("xor, key of 16/memcpy", copy);
-  add("xor, key of 5/plain", keyed_xor_by<keyed_xor::apply_plain, 5>);
-  add("xor, key of 5/best", keyed_xor_by<keyed_xor::apply, 5>);
-  add("xor, key of 5/memcpy", copy);
-  add_read("read/fread", plain_read);
-  add_read("read/fread to a string", plain_read_as_text);
-  add_read("read/ApiReadFile", api_read);
+  add_kernels();
+  add_members();
   return true;
 }();
 

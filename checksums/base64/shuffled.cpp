@@ -22,20 +22,21 @@ __m128i spread_order() {
   return _mm_add_epi8(_mm_setr_epi8(1, 0, 2, 1, 4, 3, 5, 4, 7, 6, 8, 7, 10, 9, 11, 10), _mm_set1_epi8(first));
 }
 
-/// The bytes of a vector of digits, spread out. Nothing beyond them is read: a load of sixteen bytes starts four early.
-/// A narrow vector has those four from the group before, so the first of a block needs a load of its own.
-template <class V>
-typename V::Vector spread(const std::uint8_t* bytes);
-template <>
-__m128i spread<Narrow>(const std::uint8_t* bytes) {
+/// The bytes of a vector of digits, spread out. Four bytes before them are read as well, and four behind a wide vector.
+__m128i spread(Narrow, const std::uint8_t* bytes) {
   return Narrow::looked_up(Narrow::load(bytes - 4), spread_order<4>());
 }
 #ifdef __AVX2__
-template <>
-__m256i spread<Wide>(const std::uint8_t* bytes) {
-  const __m256i both = _mm256_inserti128_si256(_mm256_castsi128_si256(Narrow::load(bytes)), Narrow::load(bytes + 8), 1);
-  return Wide::looked_up(both,
-                         _mm256_inserti128_si256(_mm256_castsi128_si256(spread_order<0>()), spread_order<4>(), 1));
+__m256i lanes(__m128i first, __m128i second) {
+  return _mm256_inserti128_si256(_mm256_castsi128_si256(first), second, 1);
+}
+__m256i spread(Wide, const std::uint8_t* bytes) {
+  return Wide::looked_up(Wide::load(bytes - 4), lanes(spread_order<4>(), spread_order<0>()));
+}
+/// The same for the first and the last of a block: nothing else is read.
+__m256i spread_alone(const std::uint8_t* bytes) {
+  return Wide::looked_up(lanes(Narrow::load(bytes), Narrow::load(bytes + 8)),
+                         lanes(spread_order<0>(), spread_order<4>()));
 }
 #endif
 
@@ -108,17 +109,33 @@ void store_joined(std::uint8_t* bytes, __m256i joined, bool more_follow) {
 #endif
 
 template <class V>
-void encode_vector(const std::uint8_t* bytes, std::uint8_t* digits) {
-  V::store(digits, digits_of<V>(split<V>(spread<V>(bytes))));
+void store_digits(std::uint8_t* digits, typename V::Vector spread_bytes) {
+  V::store(digits, digits_of<V>(split<V>(spread_bytes)));
 }
 
-template <class V>
-void encode_from(std::size_t done, const std::uint8_t* bytes, std::size_t groups, std::uint8_t* digits) {
-  for (; groups - done >= groups_a_vector<V>; done += groups_a_vector<V>)
-    encode_vector<V>(bytes + 3 * done, digits + 4 * done);
-  const std::size_t last = groups - groups_a_vector<V>;
-  if (done != groups) encode_vector<V>(bytes + 3 * last, digits + 4 * last);
+/// Needs two groups and a vector of them.
+void encode_narrow(const std::uint8_t* bytes, std::size_t groups, std::uint8_t* digits) {
+  constexpr std::size_t step = groups_a_vector<Narrow>;
+  std::size_t done = 2;
+  encode_plain(bytes, done, digits);
+  for (; groups - done >= step; done += step)
+    store_digits<Narrow>(digits + 4 * done, spread(Narrow(), bytes + 3 * done));
+  const std::size_t last = groups - step;
+  store_digits<Narrow>(digits + 4 * last, spread(Narrow(), bytes + 3 * last));
 }
+
+#ifdef __AVX2__
+/// Needs a vector of groups.
+void encode_wide(const std::uint8_t* bytes, std::size_t groups, std::uint8_t* digits) {
+  constexpr std::size_t step = groups_a_vector<Wide>;
+  const std::size_t last = groups - step;
+  store_digits<Wide>(digits, spread_alone(bytes));
+  for (std::size_t done = step; done + 2 <= last; done += step)
+    store_digits<Wide>(digits + 4 * done, spread(Wide(), bytes + 3 * done));
+  if (last % step == 1) store_digits<Wide>(digits + 4 * (last - 1), spread_alone(bytes + 3 * (last - 1)));
+  store_digits<Wide>(digits + 4 * last, spread_alone(bytes + 3 * last));
+}
+#endif
 
 template <class V>
 std::size_t decode_by(const std::uint8_t* digits, std::size_t groups, std::uint8_t* bytes) {
@@ -148,12 +165,11 @@ std::size_t decode_by(const std::uint8_t* digits, std::size_t groups, std::uint8
 }  // namespace
 
 void encode(const std::uint8_t* bytes, std::size_t groups, std::uint8_t* digits) {
-  if (sizeof(Widest::Vector) > sizeof(Narrow::Vector) && groups >= groups_a_vector<Widest>)
-    return encode_from<Widest>(0, bytes, groups, digits);
-  constexpr std::size_t before = 2;  // groups that a narrow vector may read into
-  if (groups < groups_a_vector<Narrow> + before) return encode_plain(bytes, groups, digits);
-  encode_plain(bytes, before, digits);
-  encode_from<Narrow>(before, bytes, groups, digits);
+#ifdef __AVX2__
+  if (groups >= groups_a_vector<Wide>) return encode_wide(bytes, groups, digits);
+#endif
+  if (groups >= groups_a_vector<Narrow> + 2) return encode_narrow(bytes, groups, digits);
+  encode_plain(bytes, groups, digits);
 }
 
 std::size_t decode(const std::uint8_t* digits, std::size_t groups, std::uint8_t* bytes) {

@@ -42,7 +42,7 @@ void check(Convert convert, std::vector<In> in, In stranger, auto is_stranger, i
 
 TEST(CodeRunKernel, ShiftsUpToWhatIsNeitherAsciiNorOfTheRunAndStaysInside) {
   std::mt19937 random{20261123};
-  for (const CodeRun& run : {CodeRun{}, CodeRun{0x410, 0xC0, 0x3F}, bytes_as_units})
+  for (const CodeRun& run : {CodeRun{}, CodeRun{0x410, 0xC0, 0x3F}, CodeRun{0x80, 0x80, 0x80}})
     for (std::size_t size = 0; size < 200; size += 1 + size / 20) {
       std::vector<char16_t> units(size);
       std::vector<std::uint8_t> codes(size);
@@ -56,6 +56,9 @@ TEST(CodeRunKernel, ShiftsUpToWhatIsNeitherAsciiNorOfTheRunAndStaysInside) {
         for (const char16_t stranger : {u'\x80', u'\x40F', u'\x44F', u'\xFFC1'})
           check<char16_t, std::uint8_t>([&](auto... arguments) { return kernel.narrow(arguments..., run); }, units,
                                         stranger, stranger_to(run.first, run.length), run.code - run.first);
+        String widened(size, u'\0');
+        kernel.widen_bytes(codes.data(), size, widened.data());
+        ASSERT_EQ(widened, String(codes.begin(), codes.end()));
         for (const std::uint8_t stranger : Bytes{0x80, 0xBF, 0xFF})
           check<std::uint8_t, char16_t>([&](auto... arguments) { return kernel.widen(arguments..., run); }, codes,
                                         stranger, stranger_to(run.code, run.length), run.first - run.code);

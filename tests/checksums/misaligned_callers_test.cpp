@@ -84,8 +84,8 @@ TEST(MisalignedCallers, GetTheSameFromEveryKernel) {
       std::array<char16_t, size> units, back{};
       for (std::size_t i = 0; i < size; ++i) units[i] = static_cast<char16_t>(i % 0x80 + (i % 3 == 0 ? 0x80 : 0));
       Room codes{};
-      kernel.narrow(units.data(), size, codes.data(), bytes_as_units);
-      kernel.widen(codes.data(), size, back.data(), bytes_as_units);
+      kernel.narrow(units.data(), size, codes.data(), CodeRun{0x80, 0x80, 0x80});
+      kernel.widen(codes.data(), size, back.data(), CodeRun{0x80, 0x80, 0x80});
       return std::pair(codes, back);
     });
   });
