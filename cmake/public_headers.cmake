@@ -36,11 +36,7 @@ set(public_headers
   platform/window_handle.h
   settings/PathClass.h
   settings/ValueCollection.h
-  settings/XML_Settings.h
-  settings/document/contents.h
-  settings/document/tag_finder.h
-  settings/document/tag_index.h
-  settings/document/text.h)
+  settings/XML_Settings.h)
 if(WIN32)
   list(APPEND public_headers
     controls/windows/drawings.h

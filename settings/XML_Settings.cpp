@@ -9,6 +9,8 @@
 #include "base/search.h"
 #include "checksums/clsApi.h"
 #include "settings/document/child_blocks.h"
+#include "settings/document/contents.h"
+#include "settings/document/tag_finder.h"
 #include "settings/document/text.h"
 #include "settings/document/top_level.h"
 
@@ -79,8 +81,35 @@ struct XML_Settings::Block {
   }
 };
 
+struct XML_Settings::Document {
+  document::Contents contents;
+  document::TagFinder finder;
+};
+
 XML_Settings::XML_Settings(const AnsiCodePage& code_page, const Files& files)
-    : code_page_(&code_page), files_(&files) {}
+    : code_page_(&code_page), files_(&files), document_(std::make_unique<Document>()) {}
+
+XML_Settings::XML_Settings(const XML_Settings& other)
+    : ProgressMax(other.ProgressMax),
+      ProgressCurrent(other.ProgressCurrent),
+      code_page_(other.code_page_),
+      files_(other.files_),
+      file_name_(other.file_name_),
+      unread_(other.unread_),
+      document_(std::make_unique<Document>(*other.document_)),
+      max_elements_(other.max_elements_) {}
+
+XML_Settings& XML_Settings::operator=(const XML_Settings& other) {
+  return *this = XML_Settings(other);
+}
+
+XML_Settings::XML_Settings(XML_Settings&& other) noexcept = default;
+XML_Settings& XML_Settings::operator=(XML_Settings&& other) noexcept = default;
+XML_Settings::~XML_Settings() = default;
+
+const String& XML_Settings::GetContents() const {
+  return document_->contents.text();
+}
 
 void XML_Settings::FileName(StringView path) {
   file_name_ = path;
@@ -115,8 +144,8 @@ void XML_Settings::insert(StringView group, const Block& present, StringView tex
 }
 
 void XML_Settings::change_to(String text) {
-  contents_.assign(std::move(text));
-  finder_.forget();
+  document_->contents.assign(std::move(text));
+  document_->finder.forget();
 }
 
 void XML_Settings::Save() {
@@ -189,7 +218,7 @@ StringCollection XML_Settings::ExtractBlock2(StringView name, bool whole) const 
 }
 
 String XML_Settings::GetSetting(StringView group, StringView key, StringView default_value) const {
-  if (const auto value = contents_.get(group, key, default_value)) return String(*value);
+  if (const auto value = document_->contents.get(group, key, default_value)) return String(*value);
   const Block found = find_block(group);
   return String(found.found() ? value_in(found.in(GetContents()), key, default_value) : default_value);
 }
@@ -220,7 +249,7 @@ std::vector<String> XML_Settings::ExtractRecent() {
 }
 
 void XML_Settings::SaveSetting(StringView group, StringView key, StringView value) {
-  if (contents_.set(group, key, value)) return finder_.forget();
+  if (document_->contents.set(group, key, value)) return document_->finder.forget();
   const Block found = find_block(group);
   String block(found.found() ? found.in(GetContents()) : StringView());
   const Block place = found.found() ? find_block(key, block) : Block();
@@ -294,7 +323,7 @@ String XML_Settings::GetNodeValue(StringView tag) const {
 /// A block of the document, found ignoring case.
 XML_Settings::Block XML_Settings::find_block(StringView name) const {
   return Block::of(make_tags(upper(name)),
-                   [this](StringView tag, Position from) { return finder_.find(GetContents(), tag, from); });
+                   [this](StringView tag, Position from) { return document_->finder.find(GetContents(), tag, from); });
 }
 
 /// A block of `text` with upper-case tags; in place of an empty text the document is searched.

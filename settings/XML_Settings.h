@@ -23,8 +23,8 @@
 // Everywhere else, a "<" without a ">" after it, a block without its closing tag and a key without one are passed over.
 // Whatever the document and the arguments hold, a member takes time in proportion to them and to its result, times the
 // logarithm at most. GetSetting and SaveSetting do not depend on the size of a document that looks as SaveSetting
-// writes it (settings/document/contents.h), but for the first of them after another member or a file has changed the
-// text. One object is used by one thread at a time, for reading too.
+// writes it, but for the first of them after another member or a file has changed the text. One object is used by one
+// thread at a time, for reading too.
 //
 // Files are read and written through checksums/clsApi.h. Bytes that the document's editing does not touch come back as
 // they were: line ends of either kind, a byte-order mark, every byte of a single-byte code page. Saving removes empty
@@ -43,8 +43,6 @@
 #include <tornby/platform/code_page.h>
 #include <tornby/platform/files.h>
 #include <tornby/settings/ValueCollection.h>
-#include <tornby/settings/document/contents.h>
-#include <tornby/settings/document/tag_finder.h>
 
 namespace tornby {
 
@@ -52,6 +50,12 @@ class XML_Settings {
  public:
   /// A new document has no file name and no text.
   explicit XML_Settings(const AnsiCodePage& code_page = native_code_page(), const Files& files = native_files());
+  XML_Settings(const XML_Settings& other);
+  XML_Settings& operator=(const XML_Settings& other);
+  /// What was moved from can be assigned to and destroyed, and no more.
+  XML_Settings(XML_Settings&& other) noexcept;
+  XML_Settings& operator=(XML_Settings&& other) noexcept;
+  ~XML_Settings();
 
   /// The file. Writing it reads the whole file at once, in place of the earlier document; a file that is missing,
   /// empty or unreadable makes the document empty.
@@ -135,7 +139,7 @@ class XML_Settings {
   String GetStructure(StringView name, bool ignore_case) const;
 
   void SetContents(StringView text) { change_to(String(text)); }
-  const String& GetContents() const { return contents_.text(); }
+  const String& GetContents() const;
 
   /// The figure of the last `ProgressMax`, as its handler left it; 0 before the first `ExtractBlock` has ended.
   std::int32_t MaxElements() const { return max_elements_; }
@@ -161,6 +165,7 @@ class XML_Settings {
 
  private:
   struct Block;
+  struct Document;
 
   void change_to(String text);
   void insert(StringView group, const Block& present, StringView text);
@@ -171,9 +176,8 @@ class XML_Settings {
   const AnsiCodePage* code_page_;
   const Files* files_;
   String file_name_;
-  bool unread_ = false;  // the file holds what the document does not
-  mutable document::Contents contents_;
-  mutable document::TagFinder finder_;
+  bool unread_ = false;                 // the file holds what the document does not
+  std::unique_ptr<Document> document_;  // its lists are brought up to date by reading, too
   std::int32_t max_elements_ = 0;
 };
 

@@ -22,8 +22,8 @@
 #include <optional>
 #include <vector>
 
-#include <tornby/base/key_index.h>
-#include <tornby/base/text.h>
+#include "base/key_index.h"
+#include "base/text.h"
 
 namespace tornby::document {
 

@@ -3,9 +3,9 @@
 
 #include <cstddef>
 
-#include <tornby/base/text.h>
-#include <tornby/settings/document/tag_index.h>
-#include <tornby/settings/document/text.h>
+#include "base/text.h"
+#include "settings/document/tag_index.h"
+#include "settings/document/text.h"
 
 namespace tornby::document {
 

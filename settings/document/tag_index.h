@@ -10,8 +10,8 @@
 #include <optional>
 #include <vector>
 
-#include <tornby/base/hashing.h>
-#include <tornby/base/text.h>
+#include "base/hashing.h"
+#include "base/text.h"
 
 namespace tornby::document {
 

@@ -3,7 +3,7 @@
 
 #include <cstddef>
 
-#include <tornby/base/text.h>
+#include "base/text.h"
 
 namespace tornby::document {
 

@@ -75,6 +75,16 @@ TEST(XML_Settings, LosesNothingBetweenLoadingAndSaving) {
   EXPECT_EQ(folder.read("a.txt"), "<A>\r\n<K>\xE9</K>\r\n</A>\r\n<B>\r\n<K>\x80?</K>\r\n</B>\r\n");
 }
 
+TEST(XML_Settings, ACopyGoesItsOwnWay) {
+  XML_Settings settings = holding(u"");
+  settings.SaveSetting(u"A", u"KEY", u"1");
+  XML_Settings copy = settings;
+  copy.SaveSetting(u"A", u"KEY", u"2");
+  EXPECT_EQ(settings.GetSetting(u"A", u"KEY", u""), u"1");
+  settings = copy;
+  EXPECT_EQ(settings.GetSetting(u"A", u"KEY", u""), u"2");
+}
+
 TEST(XML_Settings, KeepsTheListOfRecentFiles) {
   const testing::TemporaryFolder folder;
   XML_Settings settings;
