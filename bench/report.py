@@ -73,7 +73,7 @@ def tables(systems):
     for subject in subjects:
         everyone = dict.fromkeys(who for _, found in systems for row in found.get(subject, ("", {}))[1].values()
                                  for who in sorted(row) if not OURS.match(who))
-        yield f"\n### {subject}\n"
+        yield f"\n## {subject}\n"
         yield "| Size | System | Tornby | " + " | ".join(everyone) + " |"
         yield "|---:|---|---:|" + "---:|" * len(everyone)
         rows = [(size, title, unit, row) for title, found in systems if subject in found
