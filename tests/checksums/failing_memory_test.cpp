@@ -6,6 +6,8 @@
 #include "base/single_byte_code_page.h"
 #include "checksums/clsApi.h"
 #include "checksums/clsCRC.h"
+#include "checksums/clsEncryptXOR.h"
+#include "checksums/clsWebEncryption.h"
 #include "support/failing_allocations.h"
 #include "support/temporary_folder.h"
 
@@ -50,6 +52,41 @@ TEST(FailingMemory, NoChecksumIsWrong) {
               EXPECT_TRUE(failed ? failure.happened() : is_empty(value) || value == Variant(-873187034));
             }),
             0u);
+}
+
+TEST(FailingMemory, NoTextFormIsWrong) {
+  static const String text(10'000, u'n');
+  static const String hex = clsEncryptXOR().HexEncrypt(text);
+  static const String base64 = clsWebEncryption(windows_1252()).bsEncodeString(text);
+  using Ask = String (*)();
+  for (const Ask ask : {
+           Ask([] { return clsEncryptXOR().Encrypt(text); }),
+           Ask([] { return clsEncryptXOR().HexEncrypt(text); }),
+           Ask([] { return clsEncryptXOR().HexDecrypt(hex); }),
+           Ask([] { return clsWebEncryption(windows_1252()).bsEncodeString(text); }),
+           Ask([] { return clsWebEncryption(windows_1252()).bsDecodeString(base64); }),
+       })
+    testing::expect_no_wrong_answer(ask);
+  testing::expect_no_wrong_answer([] { return clsCRC(windows_1252()).AddString(text); });
+  testing::expect_no_wrong_answer([] { return clsCRC(windows_1252()).CalculateString(text); });
+}
+
+TEST(FailingMemory, LeavesTheCallersTextAlone) {
+  const clsWebEncryption web(windows_1252());
+  const String key(100, u'k');
+  String cipher(1'000, u'n');
+  const String sent = web.Encrypt(cipher, key);
+  for (const bool there : {true, false})
+    fail_each_allocation([&](AllocationFailure& failure) {
+      const String before = there ? String(1'000, u'n') : sent;
+      String text = before;
+      try {
+        failure.during([&] { return there ? web.Encrypt(text, key) : web.Decrypt(text, key); });
+        EXPECT_EQ(text, there ? cipher : String(1'000, u'n'));
+      } catch (const std::bad_alloc&) {
+        EXPECT_EQ(text, before);
+      }
+    });
 }
 
 }  // namespace

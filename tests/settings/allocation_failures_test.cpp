@@ -62,5 +62,35 @@ TEST(AllocationFailures, LeaveACollectionAsItWas) {
   });
 }
 
+XML_Settings long_document() {
+  XML_Settings settings;
+  settings.SetContents(
+      u"<A GROUP OF A LONG NAME>\r\n<KEY>a rather long value</KEY>\r\n</A GROUP OF A LONG NAME>\r\n"
+      u"<RECENTFILES>\r\n<FILE>a rather long file name</FILE>\r\n</RECENTFILES>");
+  return settings;
+}
+
+String joined(const StringCollection& items) {
+  String all;
+  for (const String& item : items) all.append(item).append(u"|");
+  return all;
+}
+
+TEST(AllocationFailures, MakeNoAnswerWrong) {
+  static constexpr StringView group = u"A group of a long name";
+  using Ask = String (*)();
+  for (const Ask ask : {
+           Ask([] { return long_document().GetSetting(group, u"key", u"none"); }),
+           Ask([] { return long_document().GetBlock(group, true) + long_document().GetStructure(group, true); }),
+           Ask([] { return joined(*long_document().ExtractBlock(group)); }),
+           Ask([] { return joined(long_document().ExtractBlock2(u"KEY", false)); }),
+           Ask([] { return joined(XML_Settings::SuperSplit(u"KEY", long_document().GetContents())); }),
+           Ask([] { return joined(long_document().FindNodes()); }),
+           Ask([] { return long_document().SplitBlock(u"<KEY>a rather long value</KEY>").Item(1)->Value(); }),
+           Ask([] { return XML_Settings::RemoveEmptyLines(u"\r\na rather long line\r\n\r\nanother line"); }),
+       })
+    testing::expect_no_wrong_answer(ask);
+}
+
 }  // namespace
 }  // namespace tornby

@@ -1,6 +1,9 @@
 // Memory that runs out at a chosen moment. A test program that uses this links `failing_allocations`.
 #pragma once
 
+#include <gtest/gtest.h>
+
+#include <new>
 #include <utility>
 
 namespace tornby::testing {
@@ -50,6 +53,19 @@ unsigned fail_each_allocation(Attempt attempt) {
     }
   }
   return failures;
+}
+
+/// Whatever allocation fails while `ask()` makes an object and asks it, the answer is right or there is none.
+template <class Ask>
+void expect_no_wrong_answer(Ask ask) {
+  const auto right = ask();
+  fail_each_allocation([&](AllocationFailure& failure) {
+    try {
+      EXPECT_EQ(failure.during(ask), right);
+    } catch (const std::bad_alloc&) {
+      EXPECT_TRUE(failure.happened());
+    }
+  });
 }
 
 }  // namespace tornby::testing
