@@ -35,22 +35,6 @@ std::wstring text(BSTR value) {
   return copy;
 }
 
-TEST(DialogsObject, PropertiesKeepWhatIsWritten) {
-  const Server server;
-  const auto dialogs = server.create<IclsDIALOGS>(CLSID_clsDIALOGS);
-  VARIANT_BOOL flag = VARIANT_FALSE;
-  ASSERT_EQ(dialogs->put_blnCreatePrompt(1), S_OK);
-  ASSERT_EQ(dialogs->get_blnCreatePrompt(&flag), S_OK);
-  EXPECT_EQ(flag, VARIANT_TRUE);
-  ASSERT_EQ(dialogs->put_intMinMarginLeft(-3), S_OK);
-  SHORT margin = 0;
-  ASSERT_EQ(dialogs->get_intMinMarginLeft(&margin), S_OK);
-  EXPECT_EQ(margin, -3);
-  BSTR name = nullptr;
-  EXPECT_EQ(static_cast<ULONG>(dialogs->fstrReturnSingleFileName(256, &name)), 0x800A0009ul);
-  EXPECT_EQ(name, nullptr);
-}
-
 TEST(DialogsObject, WriteOnlyPropertiesCannotBeRead) {
   const Server server;
   const auto dialogs = server.create<IclsDIALOGS>(CLSID_clsDIALOGS);

@@ -46,22 +46,6 @@ std::string text_of(SAFEARRAY* bytes) {
   return std::string(static_cast<const char*>(bytes->pvData), bytes->rgsabound[0].cElements);
 }
 
-TEST(EncryptXorObject, KeepsEveryCharacter) {
-  const Server server;
-  const auto cipher = server.create<IclsEncryptXOR>(CLSID_clsEncryptXOR);
-  const Bstr text(StringView(u"a\0\u20AC\xD800", 4));
-  Bstr digits(L""), enciphered(L""), back(L"");
-  ASSERT_EQ(cipher->HexEncrypt(text, digits.address()), S_OK);
-  EXPECT_EQ(view(digits), u"15006100C12062D8");
-  ASSERT_EQ(cipher->HexDecrypt(digits, back.address()), S_OK);
-  EXPECT_EQ(view(back), view(text));
-  EXPECT_EQ(static_cast<ULONG>(cipher->HexDecrypt(Bstr(L"XX"), back.address())), 0x800A000Dul);
-  EXPECT_EQ(back, nullptr);
-  ASSERT_EQ(cipher->put_Key(nullptr), S_OK);
-  ASSERT_EQ(cipher->Encrypt(text, enciphered.address()), S_OK);
-  EXPECT_EQ(view(enciphered), u"");
-}
-
 TEST(WebEncryptionObject, ChangesTheCallersText) {
   const Server server;
   const auto web = server.create<IclsWebEncryption>(CLSID_clsWebEncryption);

@@ -23,10 +23,5 @@ TEST(LetterCase, UpperCaseIsStableAndUnambiguous) {
   EXPECT_EQ(*std::max_element(sources.begin(), sources.end()), 2);
 }
 
-TEST(LetterCase, Comparison) {
-  EXPECT_TRUE(equal_ignoring_case(u"Gr\u00F6\u00DFe", u"gR\u00D6\u00DFE"));
-  EXPECT_FALSE(equal_ignoring_case(u"a", u"ab"));
-}
-
 }  // namespace
 }  // namespace tornby

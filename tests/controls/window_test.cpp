@@ -104,23 +104,6 @@ int marked_pixels(HWND window) {
   return marked;
 }
 
-TEST(LabelWindow, TakesTheSizeOfItsTextOrFitsTheTextIn) {
-  const Form form;
-  ControlWindow<kelLabel> label(form, {10, 10, 210, 110});
-  label->Caption(u"Hello, world");
-  const SIZE fitted = client_size(label.window());
-  EXPECT_GT(fitted.cx, 30);
-  EXPECT_LT(fitted.cx, 150);
-  EXPECT_GT(fitted.cy, 5);
-  EXPECT_LT(fitted.cy, 40);
-  label->Caption(u"Hello, world, and more of it");
-  EXPECT_GT(client_size(label.window()).cx, fitted.cx);
-  label->AutoSize(false);
-  label.host().place({10, 10, 210, 110});
-  EXPECT_EQ(client_size(label.window()).cx, 200);
-  EXPECT_GT(marked_pixels(label.window()), 100);
-}
-
 TEST(LabelWindow, BorderLinesTakeTheirPlaceAndReplaceTheFrame) {
   const Form form;
   ControlWindow<kelLabel> label(form, {10, 10, 210, 110});

