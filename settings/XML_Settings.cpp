@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <new>
 #include <utility>
 
 #include "base/letter_case.h"
@@ -224,6 +225,19 @@ String XML_Settings::GetSetting(StringView group, StringView key, StringView def
 }
 
 void XML_Settings::UpdateRecent(StringView path) {
+  Document earlier = *document_;
+  const std::int32_t earlier_maximum = max_elements_;
+  try {
+    put_first(path);
+    Save();
+  } catch (const std::bad_alloc&) {
+    *document_ = std::move(earlier);
+    max_elements_ = earlier_maximum;
+    throw;
+  }
+}
+
+void XML_Settings::put_first(StringView path) {
   const String head(path);  // may be a part of the document, which is about to change
   if (!find_block(recent_files).found()) InsertGroup(recent_files, u"");
   String list;
@@ -232,7 +246,6 @@ void XML_Settings::UpdateRecent(StringView path) {
     for (const String& entry : *entries)
       if (entry != head) append_recent_file(list, entry);
   InsertGroup(recent_files, RemoveEmptyLines(list));
-  Save();
 }
 
 std::vector<String> XML_Settings::ExtractRecent() {

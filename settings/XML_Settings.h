@@ -102,6 +102,7 @@ class XML_Settings {
   /// Puts `path` at the head of the recent files, the group "RECENTFILES", takes an exact duplicate out, and saves the
   /// file. The list has no limit. A path that holds the name "RECENTFILES" leaves the list without its tags, as
   /// `InsertGroup` says. Raises 5 as `ExtractBlock` does; nothing is saved then.
+  /// When memory runs out the document is as before.
   void UpdateRecent(StringView path);
 
   /// The recent files, the newest first. One empty text when the group has none; nothing at all when there is no group
@@ -169,6 +170,7 @@ class XML_Settings {
 
   void change_to(String text);
   void insert(StringView group, const Block& present, StringView text);
+  void put_first(StringView path);
   Block find_block(StringView name) const;
   Block find_block(StringView name, StringView text) const;
   String inner_text(StringView name, bool ignore_case, std::ptrdiff_t trim) const;
