@@ -15,6 +15,14 @@ import sys
 
 OURS = re.compile(r"tornby|XML_Settings|ValueCollection|cls[A-Z]\w+|api\w+|Api\w+|Calculate\w+", re.IGNORECASE)
 UNITS = {"collection": "pairs", "settings": "keys", "late_binding": ""}  # by program; otherwise bytes or characters
+MEMBERS = {  # by subject, where that is not the member's own name
+    "add": "ValueCollection Add", "exist": "ValueCollection Exist", "key": "ValueCollection Item, by key",
+    "position": "ValueCollection Item, by position", "remove": "ValueCollection Remove", "walk": "ValueCollection, a walk",
+    "get": "GetSetting", "set": "SaveSetting", "load": "XML_Settings, loading", "save": "XML_Settings, saving",
+    "checksum of a file": "CalculateFile", "read text": "ApiReadFile", "save text": "apiSaveFile",
+    "late_bound_call": "Late-bound call", "late_bound_name": "Late-bound name",
+    "late_bound_property": "Late-bound property",
+}
 LESS = re.compile(r"unsafely|not summed")  # peers that promise less: in the tables, not in the chart
 NANOSECONDS = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}
 
@@ -30,7 +38,7 @@ def load(folder):
                 rounds.setdefault(name, []).append(entry["real_time"] * NANOSECONDS[entry["time_unit"]])
         for name in sorted(rounds, key=lambda name: name.split("/")[0]):
             subject, who, size = (name.split("/") + ["0"])[:3]
-            sizes = subjects.setdefault(subject, (UNITS.get(path.stem, "B"), {}))[1]
+            sizes = subjects.setdefault(MEMBERS.get(subject, subject), (UNITS.get(path.stem, "B"), {}))[1]
             sizes.setdefault(int(size), {})[who] = min(rounds[name])
     return subjects
 
