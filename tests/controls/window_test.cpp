@@ -12,6 +12,7 @@
 #include "controls/windows/text_lines.h"
 #include "controls/windows/window_host.h"
 #include "support/gui_objects.h"
+#include "support/scale.h"
 
 #include <oleacc.h>
 
@@ -424,7 +425,7 @@ TEST(ControlWindow, LeavesNothingBehind) {
     const GdiObject<HBRUSH> one_more(::CreateSolidBrush(1));
     EXPECT_EQ(drawing_objects(), objects + 1);
   }
-  for (int i = 0; i < 1000; ++i) round();
+  for (unsigned left = tornby::testing::rounds(100); left > 0; --left) round();
   EXPECT_EQ(drawing_objects(), objects);
   EXPECT_EQ(windows_of_this_thread(), windows);
 }
