@@ -7,12 +7,9 @@ namespace {
 
 using testing::Bstr;
 using testing::call;
-using testing::long_variant;
 using testing::Outcome;
 using testing::OwnedVariant;
 using testing::Server;
-
-constexpr LONG crc32_of_digits = -873187034;
 
 TEST(CrcObject, RunTimeErrorsArriveWithNumberTextAndSource) {
   const Server server;

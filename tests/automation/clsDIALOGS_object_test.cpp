@@ -11,11 +11,7 @@ namespace tornby {
 namespace {
 
 using testing::Bstr;
-using testing::call;
-using testing::Outcome;
-using testing::OwnedVariant;
 using testing::Server;
-using testing::string_variant;
 
 /// Objects of this class remember their last choices in the Windows folder; these tests leave nothing there.
 class NothingRemembered final : public ::testing::Environment {
@@ -33,17 +29,6 @@ std::wstring text(BSTR value) {
   const std::wstring copy(value, ::SysStringLen(value));
   ::SysFreeString(value);
   return copy;
-}
-
-TEST(DialogsObject, WriteOnlyPropertiesCannotBeRead) {
-  const Server server;
-  const auto dialogs = server.create<IclsDIALOGS>(CLSID_clsDIALOGS);
-  OwnedVariant filter(string_variant(L"All|*.*"));
-  Outcome outcome;
-  call(outcome, dialogs.get(), L"strDefaultExt", DISPATCH_PROPERTYGET);
-  EXPECT_EQ(outcome.result, DISP_E_MEMBERNOTFOUND);
-  call(outcome, dialogs.get(), L"strLastOpenFile", DISPATCH_PROPERTYPUT, {*filter});
-  EXPECT_EQ(outcome.result, DISP_E_MEMBERNOTFOUND);
 }
 
 TEST(DialogsObject, RunsARealDialogAndRemembersAtTheEnd) {

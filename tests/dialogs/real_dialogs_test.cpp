@@ -5,7 +5,6 @@
 
 #include <objbase.h>
 
-#include <fstream>
 #include <thread>
 
 #include "answering.h"
@@ -39,18 +38,6 @@ TEST_F(RealDialogs, TooSmallABufferIsReportedInABox) {
   EXPECT_EQ(text(dialogs_.strGetSaveFileName()), "");
   EXPECT_EQ(dialogs_.lngDialogError(), 12291);
   EXPECT_EQ(silent.seen().size(), 1u);
-}
-
-TEST_F(RealDialogs, NamesOutsideTheCodePageComeBackWithQuestionMarks) {
-  ASSERT_EQ(::GetACP(), 1252u);
-  const auto name = folder_.path() / L"\u0416\u00E9.txt";
-  std::ofstream(name) << "x";
-  const Answers answers = {[](const OpenDialog& dialog) {
-    ::SendMessageW(dialog.control(file_name, "Edit"), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"\u0416\u00E9.txt"));
-    dialog.press(ok_button);
-  }};
-  const String result = dialogs_.strGetOpenFileName();
-  EXPECT_TRUE(result.ends_with(u"\\?\u00E9.txt")) << text(result);
 }
 
 TEST_F(RealDialogs, AVeryLongSelectionComesThroughOrIsCutOff) {

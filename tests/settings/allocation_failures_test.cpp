@@ -3,6 +3,7 @@
 
 #include <new>
 
+#include "settings/PathClass.h"
 #include "settings/ValueCollection.h"
 #include "settings/XML_Settings.h"
 #include "support/failing_allocations.h"
@@ -87,6 +88,11 @@ TEST(AllocationFailures, MakeNoAnswerWrong) {
            Ask([] { return joined(XML_Settings::SuperSplit(u"KEY", long_document().GetContents())); }),
            Ask([] { return joined(long_document().FindNodes()); }),
            Ask([] { return long_document().SplitBlock(u"<KEY>a rather long value</KEY>").Item(1)->Value(); }),
+           Ask([] {
+             String path = u"%WINDIR%/a rather long name";
+             return PathClass().ProcessPath(path, true);
+           }),
+           Ask([] { return std::get<String>(PathClass().AppData()); }),
            Ask([] { return XML_Settings::RemoveEmptyLines(u"\r\na rather long line\r\n\r\nanother line"); }),
        })
     testing::expect_no_wrong_answer(ask);
