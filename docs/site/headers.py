@@ -17,7 +17,7 @@ class Header:
     and what is said of them."""
 
     def __init__(self, path, name):
-        self.path, self.members = path, {}
+        self.path, self.name, self.members = path, name, {}
         lines = path.read_text(encoding="utf-8").splitlines()
         top = []
         for line in lines:
@@ -52,17 +52,19 @@ class Header:
                 continue
             code, _, behind = text.partition("///< ")
             declaration = f"{declaration} {code.strip()}".strip()
-            if declaration.count("(") > declaration.count(")") or not re.search(r"[;}]$", declaration):
+            if any(declaration.count(opened) > declaration.count(closed_by) for opened, closed_by in ("()", "{}")):
+                continue
+            if not re.search(r"[;}]$", declaration):
                 continue
             self.take(declaration, paragraphs(said, 114) or behind)
             declaration, closed = "", True
 
     def take(self, declaration, said):
-        shown = re.sub(r"\s*\{[^}]*\}$", ";", declaration)
+        shown = re.sub(r"(?<=[^=(,])\s+\{.*\}$", ";", declaration)  # the body
         shown = re.sub(r"\s*(= default)?;$", ";", shown)
         event = re.match(r"Event<.*> (\w+);", shown)
         name = event[1] if event else (re.match(r"[^(]*?(\w+)\(", shown) or [None, None])[1]
-        if not name or shown.startswith(("template", "using", "enum")):
+        if not name or shown.startswith(("template", "using", "enum")) or shown.endswith(" override;"):
             return
         declarations, text = self.members.setdefault(name, ([], []))
         declarations.append(shown)

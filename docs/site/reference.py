@@ -13,7 +13,7 @@ import re
 import sys
 
 from headers import Header
-from idl import Library
+from idl import Library, split
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 GROUPS = {"Checksums and text": ["clsCRC", "clsApi", "clsEncryptXOR", "clsWebEncryption"],
@@ -25,6 +25,7 @@ HEADER_OF = {"PropertyClass": "ValueCollection"}
 PAGES = {"clsCRC": "checksums", "clsApi": "text", "clsEncryptXOR": "text", "clsWebEncryption": "text",
          "XML_Settings": "settings", "ValueCollection": "settings", "PropertyClass": "settings", "PathClass": "folders",
          "clsDIALOGS": "dialogs", "kelLabel": "controls", "kelHyperLabel": "controls", "kelBrowseButton": "controls"}
+ONLY_AUTOMATION = {"LastDllError"}  # of the control objects, not of the classes
 PICTURES = {"strGetOpenFileName": "open", "strGetSaveFileName": "save", "fstrBrowseForFolder": "folder",
             "blnChooseFont": "font", "blnPageSetup": "page", "blnPrintDialog": "print", "flngShowAbout": "about",
             "blnShowErrorMessages": "error"}
@@ -38,6 +39,19 @@ def escape(text):
     """Of plain text, what would be a sign of its form elsewhere."""
     parts = re.split(r"(`[^`]*`)", text)
     return "".join(part if part.startswith("`") else re.sub(r"([\\*_<>\[\]|$])", r"\\\1", part) for part in parts)
+
+
+def header_of(name):
+    header = HEADER_OF.get(name, name)
+    path = next((path for path in (ROOT / folder / f"{header}.h" for folder in FOLDERS) if path.exists()), None)
+    return Header(path, name) if path else None
+
+
+def parameter_count(declaration):
+    """Of a function or an event."""
+    opened, closed = "<>" if declaration.startswith("Event<") else "()"
+    given = declaration[declaration.index(opened) + 1:declaration.rindex(closed)]
+    return len(split(re.sub(r"<[^<>]*>", "", given)))
 
 
 class Prose:
@@ -114,8 +128,6 @@ class Reference:
             declarations, texts = header.members[member.name]
             lines += ["```cpp", *declarations, "```", ""]
             said = prose.format("\n\n".join(texts))
-        if not member.help:
-            sys.exit(f"reference: {described.name}.{member.name} has no help string")
         lines += [said or escape(member.help) + "."]
         lines += ["", *(f"Values: [{name}](others.md#{anchor(name)})." for name in self.values_of(described, member))]
         if member.hidden:
@@ -124,6 +136,44 @@ class Reference:
             lines += ["", f"![The dialog](../images/dialogs-{PICTURES[member.name]}.png)", "", "*Under Wine.*"]
         return "\n".join(lines) + "\n"
 
+    def disagreements(self, name, header, members):
+        """Where interface and header of a class contradict each other."""
+        published = {name for name in header.members if name not in (header.name, "operator") and name != name.lower()}
+        for member in sorted(published - {member.name for member in members}):
+            yield f"{name}.{member} is in the header, not in the interface"
+        for member in members:
+            if member.name not in header.members:
+                if member.name not in ONLY_AUTOMATION:
+                    yield f"{name}.{member.name} is in the interface, not in the header"
+                continue
+            declarations, texts = header.members[member.name]
+            given = len(member.parameters)
+            wanted = {given + (way != "get") for way in member.access} if member.access else {given}
+            declared = {parameter_count(declaration) for declaration in declarations}
+            if not wanted <= declared:
+                yield f"{name}.{member.name} takes other parameters in the header: {declarations}"
+            for parameter, *_ in member.parameters if member.kind != "event" else ():
+                words = re.sub(r"(?<!^)(?=[A-Z])", "_", parameter).lower()
+                if not any(re.search(rf"\b{words}\b", declaration, re.I) for declaration in declarations):
+                    yield f"{name}.{member.name}: the header calls {parameter} by another name"
+            said = " ".join([*texts, header.own, header.about])
+            for number in re.findall(r"(?<!\w)-?\d+\b", member.help):
+                if not re.search(rf"(?<!\w){number}\b", said):
+                    yield f"{name}.{member.name}: the header does not say {number}, as the help string does: {member.help}"
+
+    def check(self):
+        found = [f"{interface.name}.{member.name} has no help string" for interface in self.library.interfaces.values()
+                 for member in interface.members.values() if not member.help]
+        for name, described in self.classes.items():
+            header = header_of(name)
+            if header:
+                events = described.events.members if described.events else {}
+                found += self.disagreements(name, header, [*described.interface.members.values(), *events.values()])
+            elif name in PAGES:
+                found.append(f"{name} has no header")
+        if found:
+            sys.exit("\n".join(f"reference: {fault}" for fault in found))
+
     def values_of(self, described, member):
         """The enumerations whose help string begins with that member."""
         return [each.name for each in self.library.enumerations
@@ -131,10 +181,7 @@ class Reference:
 
     def page(self, name):
         described = self.classes[name]
-        header_name = HEADER_OF.get(name, name)
-        paths = (ROOT / folder / f"{header_name}.h" for folder in FOLDERS)
-        path = next((path for path in paths if path.exists()), None)
-        header = Header(path, name) if path else None
+        header = header_of(name)
         members = list(described.interface.members.values())
         events = list(described.events.members.values()) if described.events else []
         prose = Prose({member.name for member in members + events})
@@ -143,7 +190,7 @@ class Reference:
             text += [f"![{name}](../images/{name}.png)", "", "*In each of its looks, as Wine draws it.*", ""]
         said = ""
         if header:
-            said = (header.about + "\n\n" if header_name == name else "") + header.own
+            said = (header.about + "\n\n" if name not in HEADER_OF else "") + header.own
         text += [prose.format(said.strip()) or escape(described.help) + ".", ""]
         if name in PAGES:
             text += [f"With examples: [{PAGES[name]}](../{PAGES[name]}.md).", ""]
@@ -159,7 +206,7 @@ class Reference:
                  f"| Class | `{{{described.identifier}}}` |", f"| Interface `{described.interface.name}` | `{{{described.interface.identifier}}}` |"]
         if described.events:
             text += [f"| Events `{described.events.name}` | `{{{described.events.identifier}}}` |"]
-        text += [f"| Header | `<tornby/{path.relative_to(ROOT)}>` |"] if path else []
+        text += [f"| Header | `<tornby/{header.path.relative_to(ROOT)}>` |"] if header else []
         text += [""]
         return "\n".join(text)
 
@@ -213,6 +260,7 @@ class Reference:
         page.write_text("".join(parts), encoding="utf-8")
 
     def write(self, pages):
+        self.check()
         targets = self.targets()
         for page in pages.rglob("*.md"):
             self.link(page, "reference/" if page.parent == pages else "../reference/", targets)
