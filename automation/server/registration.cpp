@@ -30,6 +30,12 @@ std::wstring clsid_path(const ClassEntry& entry) {
   return classes_path + L"CLSID\\" + entry.clsid;
 }
 
+/// A control, and one that documents embed. The second is what "Insert Object" looks for, in classes and in their
+/// names.
+constexpr const wchar_t* control_category = L"{40FC6ED4-2438-11CF-A3DB-080036F12502}";
+constexpr const wchar_t* insertable_category = L"{40FC6ED3-2438-11CF-A3DB-080036F12502}";
+constexpr const wchar_t* insertable = L"Insertable";
+
 /// The type library's identity, as it says itself.
 class LibraryAttributes {
  public:
@@ -55,6 +61,14 @@ class LibraryAttributes {
   TLIBATTR* attributes_ = nullptr;
 };
 
+RegistryKey register_name(HKEY root, const std::wstring& name, const ClassEntry& entry) {
+  RegistryKey key = RegistryKey::create(root, classes_path + name);
+  key.set(L"", entry.description);
+  key.add(L"CLSID", entry.clsid);
+  if (entry.is_control()) key.add(insertable);
+  return key;
+}
+
 void register_class(HKEY root, const ClassEntry& entry, const std::wstring& dll, const LibraryAttributes& library) {
   const RegistryKey key = RegistryKey::create(root, clsid_path(entry));
   key.set(L"", entry.description);
@@ -66,17 +80,16 @@ void register_class(HKEY root, const ClassEntry& entry, const std::wstring& dll,
   key.add(L"Version", library.version());
   if (entry.is_control()) {
     key.add(L"Control");
+    key.add(insertable);
+    const RegistryKey categories = key.add(L"Implemented Categories");
+    categories.add(control_category);
+    categories.add(insertable_category);
     key.add(L"MiscStatus", L"0").add(L"1", std::to_wstring(entry.misc_status));  // 1 is DVASPECT_CONTENT
     key.add(L"ToolboxBitmap32", dll + L", " + std::to_wstring(entry.toolbox_picture));
   }
 
-  const RegistryKey current = RegistryKey::create(root, classes_path + prog_id(entry));
-  current.set(L"", entry.description);
-  current.add(L"CLSID", entry.clsid);
-  current.add(L"CurVer", versioned_prog_id(entry));
-  const RegistryKey versioned = RegistryKey::create(root, classes_path + versioned_prog_id(entry));
-  versioned.set(L"", entry.description);
-  versioned.add(L"CLSID", entry.clsid);
+  register_name(root, prog_id(entry), entry).add(L"CurVer", versioned_prog_id(entry));
+  register_name(root, versioned_prog_id(entry), entry);
 }
 
 /// Class ids are kept apart for 32 and 64 bits, names are not.

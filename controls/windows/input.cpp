@@ -22,16 +22,17 @@ bool is_input(UINT message) {
 
 bool pass_button(Control& control, UINT message, Part part, Pointer at) {
   struct Button {
-    UINT down, up;
+    UINT down, down_again, up;  // the second within double-click time, to a window that asks for double clicks
     std::int16_t number;
   };
-  constexpr Button buttons[] = {{WM_LBUTTONDOWN, WM_LBUTTONUP, mouse_button::left},
-                                {WM_RBUTTONDOWN, WM_RBUTTONUP, mouse_button::right},
-                                {WM_MBUTTONDOWN, WM_MBUTTONUP, mouse_button::middle}};
+  constexpr Button buttons[] = {{WM_LBUTTONDOWN, WM_LBUTTONDBLCLK, WM_LBUTTONUP, mouse_button::left},
+                                {WM_RBUTTONDOWN, WM_RBUTTONDBLCLK, WM_RBUTTONUP, mouse_button::right},
+                                {WM_MBUTTONDOWN, WM_MBUTTONDBLCLK, WM_MBUTTONUP, mouse_button::middle}};
   for (const Button& button : buttons) {
-    if (message == button.down) control.mouse_down(part, button.number, at);
+    const bool down = message == button.down || message == button.down_again;
+    if (down) control.mouse_down(part, button.number, at);
     if (message == button.up) control.mouse_up(part, button.number, at);
-    if (message == button.down || message == button.up) return true;
+    if (down || message == button.up) return true;
   }
   return false;
 }

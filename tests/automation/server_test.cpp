@@ -3,6 +3,8 @@
 
 #include <string>
 
+#include <comcat.h>
+
 #include "server.h"
 #include "support/temporary_folder.h"
 
@@ -58,6 +60,20 @@ bool toolbox_picture_exists(const std::wstring& value) {
   return description.bmWidth == 16 && description.bmHeight == 15;
 }
 
+/// Whether a class is in one of the lists from which programs let their users choose.
+bool is_listed(REFCLSID wanted, REFGUID category) {
+  ComPtr<ICatInformation> lists;
+  EXPECT_EQ(::CoCreateInstance(CLSID_StdComponentCategoriesMgr, nullptr, CLSCTX_INPROC_SERVER, IID_ICatInformation,
+                               lists.out_void()),
+            S_OK);
+  ComPtr<IEnumGUID> found;
+  GUID category_id = category;
+  EXPECT_EQ(lists->EnumClassesOfCategories(1, &category_id, 0, nullptr, found.out()), S_OK);
+  for (CLSID id{}; found->Next(1, &id, nullptr) == S_OK;)
+    if (id == wanted) return true;
+  return false;
+}
+
 HRESULT call_export(const Server& server, const char* name) {
   return reinterpret_cast<HRESULT(WINAPI*)()>(reinterpret_cast<void*>(server.entry(name)))();
 }
@@ -93,6 +109,11 @@ TEST(Server, RegistersForTheMachineAndRemovesItAll) {
     expect_agreement_on_status(id, object.get());
     const bool is_control = read_key(HKEY_LOCAL_MACHINE, key + L"\\MiscStatus") == L"0";
     EXPECT_EQ(toolbox_picture_exists(read_key(HKEY_LOCAL_MACHINE, key + L"\\ToolboxBitmap32")), is_control);
+    for (const GUID& list : {CATID_Control, CATID_Insertable}) EXPECT_EQ(is_listed(id, list), is_control);
+    HKEY mark = nullptr;
+    const std::wstring insertable = std::wstring(L"Software\\Classes\\") + name + L".1\\Insertable";
+    EXPECT_EQ(::RegOpenKeyW(HKEY_LOCAL_MACHINE, insertable.c_str(), &mark) == ERROR_SUCCESS, is_control);
+    ::RegCloseKey(mark);
   }
   ComPtr<ITypeLib> library;
   EXPECT_EQ(::LoadRegTypeLib(LIBID_Tornby, 1, 0, 0, library.out()), S_OK);

@@ -295,14 +295,16 @@ TEST(BrowseWindow, FieldFollowsTheProperties) {
   EXPECT_EQ(color_at(test.button_x(), 0), 0x123456u) << "which has moved";
 }
 
-TEST(BrowseWindow, KeysUnderAltAreReleasedAndADisabledOneOpensForNobody) {
+TEST(BrowseWindow, HearsOfUnusualInputAndADisabledOneOpensForNobody) {
   BrowseWindow test;
   test.browse->KeyUp = [&](std::int16_t& code, std::int16_t&) { test.log += "Up" + std::to_string(code) + " "; };
   for (const WPARAM key : {WPARAM{'X'}, WPARAM{VK_F10}}) ::SendMessageA(test.edit(), WM_SYSKEYUP, key, 1 << 29);
   EXPECT_EQ(test.log, "Up88 Up121 ");
+  test.browse->InfoClick = [&] { test.log += "InfoClick "; };
+  for (const UINT press : {WM_RBUTTONDOWN, WM_RBUTTONDBLCLK}) ::SendMessageA(test.edit(), press, MK_RBUTTON, 0);
   test.browse->Enabled(false);
   ::SendMessageA(test.browse.window(), BM_CLICK, 0, 0);
-  EXPECT_EQ(test.log, "Up88 Up121 ");
+  EXPECT_EQ(test.log, "Up88 Up121 InfoClick InfoClick ");
 }
 
 // A handler that lets go of the control, by its owner or by its form, in the middle of it all.
