@@ -1,5 +1,5 @@
 # What is installed, in three components: development (headers, the static library, the CMake package, the pkg-config
-# file; on Windows also what other compilers need of the DLL), runtime (the DLL and its manifest) and documentation.
+# file; on Windows also what other compilers need of the DLL), runtime (the DLL, its manifest and its help page) and documentation.
 include(CMakePackageConfigHelpers)
 include(cmake/pkg_config.cmake)
 
@@ -19,8 +19,8 @@ install(FILES ${PROJECT_BINARY_DIR}/tornby.pc DESTINATION ${CMAKE_INSTALL_LIBDIR
 
 if(TARGET tornby_server)
   install(TARGETS tornby_server RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT runtime)
-  install(FILES ${PROJECT_BINARY_DIR}/automation/Tornby.Components.manifest DESTINATION ${CMAKE_INSTALL_BINDIR}
-    COMPONENT runtime)
+  install(FILES ${PROJECT_BINARY_DIR}/automation/Tornby.Components.manifest ${PROJECT_BINARY_DIR}/automation/tornby.html
+    DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT runtime)
   install(FILES ${PROJECT_BINARY_DIR}/automation/generated/tornby_idl.h
     DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tornby/automation COMPONENT development)
   install(FILES ${PROJECT_BINARY_DIR}/automation/generated/tornby.tlb DESTINATION ${data_dir} COMPONENT development)

@@ -3,6 +3,7 @@
 #include <new>
 
 #include "automation/com/convert.h"
+#include "automation/com/help.h"
 #include "base/runtime_error.h"
 
 namespace tornby::automation {
@@ -14,6 +15,17 @@ HRESULT hresult_of(const RuntimeError& error) {
   return error.number() < 0 ? error.number() : runtime_error_base + error.number();
 }
 
+/// Where the help page tells of the interface. Errors do without it where it cannot be found.
+void leave_help(ICreateErrorInfo* info, REFIID iid) noexcept {
+  try {
+    const DWORD context = help_context(iid);
+    if (context == 0 || FAILED(info->SetHelpFile(help_file().data()))) return;
+    info->SetHelpContext(context);
+  } catch (...) {
+    // There is an error to report already.
+  }
+}
+
 /// Leaves what script engines and early-bound callers show. Without memory for it, the HRESULT alone has to do.
 void leave_error_info(REFIID iid, const wchar_t* source, const String& description) noexcept {
   ComPtr<ICreateErrorInfo> create;
@@ -21,6 +33,7 @@ void leave_error_info(REFIID iid, const wchar_t* source, const String& descripti
   create->SetGUID(iid);
   create->SetSource(const_cast<wchar_t*>(source));
   create->SetDescription(const_cast<wchar_t*>(reinterpret_cast<const wchar_t*>(description.c_str())));
+  leave_help(create.get(), iid);
   ComPtr<IErrorInfo> info;
   if (SUCCEEDED(create->QueryInterface(IID_IErrorInfo, info.out_void()))) ::SetErrorInfo(0, info.get());
 }

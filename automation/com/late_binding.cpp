@@ -167,6 +167,8 @@ HRESULT report(HRESULT failure, EXCEPINFO* exception) {
     if (::GetErrorInfo(0, info.out()) == S_OK) {
       info->GetDescription(&exception->bstrDescription);
       info->GetSource(&exception->bstrSource);
+      info->GetHelpFile(&exception->bstrHelpFile);
+      info->GetHelpContext(&exception->dwHelpContext);
     }
   }
   return DISP_E_EXCEPTION;

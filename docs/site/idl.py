@@ -18,6 +18,7 @@ class Member:
     access: set  # of a property: get, put, putref
     hidden: bool
     number: str
+    context: str  # its number in the help page
 
     @property
     def help(self):
@@ -29,6 +30,7 @@ class Interface:
     name: str
     help: str
     identifier: str
+    context: str
     members: dict
 
 
@@ -37,6 +39,7 @@ class Class:
     name: str
     help: str
     identifier: str
+    context: str
     interface: Interface
     events: Interface | None
     control: bool
@@ -46,6 +49,7 @@ class Class:
 class Enumeration:
     name: str
     help: str
+    context: str
     values: list  # (name, number, help)
 
 
@@ -117,7 +121,7 @@ class Library:
             number = int(number.strip(), 0) if number.strip() else next_number
             values.append((value.strip(), number, help_text))
             next_number = number + 1
-        self.enumerations.append(Enumeration(name, about.get("helpstring", ""), values))
+        self.enumerations.append(Enumeration(name, about.get("helpstring", ""), about.get("helpcontext", ""), values))
 
     def block(self, what, name, about, body):
         if what == "coclass":
@@ -125,10 +129,11 @@ class Library:
             default = re.search(r"\[default\]\s*interface\s+(\w+)", body)
             if not default or default[1] not in self.interfaces:
                 return  # of a system's interface only
-            self.classes.append(Class(name, about["helpstring"], about["uuid"], self.interfaces[default[1]],
-                                      self.interfaces[events[1]] if events else None, "control" in about))
+            self.classes.append(Class(name, about["helpstring"], about["uuid"], about.get("helpcontext", ""),
+                                      self.interfaces[default[1]], self.interfaces[events[1]] if events else None,
+                                      "control" in about))
             return
-        interface = Interface(name, about.get("helpstring", ""), about.get("uuid", ""), {})
+        interface = Interface(name, about.get("helpstring", ""), about.get("uuid", ""), about.get("helpcontext", ""), {})
         self.interfaces[name] = interface
         body = re.sub(r"\b(?:properties|methods)\s*:", "", body)
         position = 0
@@ -161,7 +166,8 @@ class Library:
             return
         kind = "event" if event else "property" if access else "method"
         interface.members[name] = Member(name, kind, helps, given, result, access,
-                                         bool({"hidden", "restricted"} & about.keys()), about.get("id", ""))
+                                         bool({"hidden", "restricted"} & about.keys()), about.get("id", ""),
+                                         about.get("helpcontext", ""))
 
     def type_name(self, kind):
         array = re.match(r"SAFEARRAY\((.*)\)", kind)

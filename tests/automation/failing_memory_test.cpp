@@ -208,6 +208,7 @@ class Arguments {
     error = exception.scode;
     ::SysFreeString(exception.bstrDescription);
     ::SysFreeString(exception.bstrSource);
+    ::SysFreeString(exception.bstrHelpFile);
     return outcome;
   }
 

@@ -138,6 +138,42 @@ TEST(TypeLibrary, EveryInterfaceStandsInTheManifest) {
   EXPECT_GT(interfaces, 10);
 }
 
+TEST(TypeLibrary, HelpsWithEverything) {
+  const std::wstring dll = testing::dll_path();
+  const auto page_path = std::filesystem::path(dll).parent_path() / "tornby.html";
+  std::ifstream stream(page_path);
+  const std::string page((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
+  std::map<DWORD, std::string> owners;
+  const auto expect_help = [&](ITypeInfo* type, MEMBERID member) {
+    DWORD context = 0;
+    EXPECT_EQ(type->GetDocumentation(member, nullptr, nullptr, &context, nullptr), S_OK);
+    EXPECT_NE(documentation(type, member, true), "");
+    EXPECT_NE(page.find(" id=\"" + std::to_string(context) + "\""), std::string::npos) << context;
+    const std::string name = documentation(type, MEMBERID_NIL) + "." + documentation(type, member);
+    EXPECT_EQ(owners.emplace(context, name).first->second, name) << context;
+  };
+  for_each_type([&](ITypeInfo* type, const TYPEATTR& attributes) {
+    if (attributes.typekind == TKIND_ALIAS) return;
+    expect_help(type, MEMBERID_NIL);
+    for_each_member(type, attributes, [&](const FUNCDESC& function) { expect_help(type, function.memid); });
+  });
+  EXPECT_GT(owners.size(), 200u);
+
+  // Errors lead there too.
+  const testing::Server server;
+  ComPtr<IErrorInfo> error;
+  testing::Bstr file;
+  DWORD context = 0;
+  VARIANT value = {};
+  EXPECT_EQ(static_cast<ULONG>(server.create<IclsCRC>(CLSID_clsCRC)->AddString(testing::Bstr(L""), &value)),
+            0x800A0009);
+  ASSERT_EQ(::GetErrorInfo(0, error.out()), S_OK);
+  EXPECT_EQ(error->GetHelpFile(file.address()), S_OK);
+  EXPECT_EQ(error->GetHelpContext(&context), S_OK);
+  EXPECT_TRUE(std::filesystem::equivalent(std::filesystem::path(static_cast<BSTR>(file)), page_path));
+  EXPECT_EQ(owners[context], "IclsCRC.IclsCRC");
+}
+
 /// Whether automation languages have the type; names of other types are followed.
 bool is_automation_type(ITypeInfo* type, const TYPEDESC& description) {
   switch (description.vt) {

@@ -39,7 +39,7 @@ endif()
 
 run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${WORK}/runtime --component runtime)
 if(TOOLCHAIN)
-  expect_files(${WORK}/runtime bin/Tornby.Components.manifest bin/tornby.dll)
+  expect_files(${WORK}/runtime bin/Tornby.Components.manifest bin/tornby.dll bin/tornby.html)
 else()
   expect_files(${WORK}/runtime)
 endif()
