@@ -82,6 +82,7 @@ inline void require(bool holds, const char* what, int line) {
 // One of these per file of the same name.
 void base64(Input input);
 void control_properties(Input input);
+void control_streams(Input input);
 void dialog_memory(Input input);
 void hex(Input input);
 void kernels(Input input);

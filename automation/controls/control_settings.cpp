@@ -43,7 +43,8 @@ HRESULT ControlSettings::Save(LPSTREAM stream, BOOL clear) {
 }
 
 void ControlSettings::load(IStream* stream) {
-  const StreamBag bag = StreamBag::load(stream);
+  StreamSource source(stream);
+  const StreamBag bag = StreamBag::load(source);
   control().ReadProperties(bag);
   const auto length = [&](StringView name) {
     return std::get<std::int32_t>(bag.read(name, PropertyKind::int32, PropertyValue(std::int32_t{0})));
@@ -60,7 +61,8 @@ void ControlSettings::save(IStream* stream) {
   check(extent(DVASPECT_CONTENT, &himetric));
   bag.write(width_name, std::int32_t{himetric.cx}, std::int32_t{0});
   bag.write(height_name, std::int32_t{himetric.cy}, std::int32_t{0});
-  bag.save(stream);
+  StreamTarget target(stream);
+  bag.save(target);
 }
 
 HRESULT ControlSettings::Load(IPropertyBag* bag, IErrorLog* log) {

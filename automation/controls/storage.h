@@ -1,11 +1,8 @@
 // Where containers keep a control's settings: their property bag, or a stream.
 #pragma once
 
-#include <utility>
-#include <vector>
-
 #include "automation/com/com.h"
-#include "controls/property_bag.h"
+#include "controls/stream_bag.h"
 
 namespace tornby::automation {
 
@@ -26,24 +23,29 @@ class ContainerBag final : public PropertyBag {
   bool all_;
 };
 
-/// Settings in memory, on their way to a stream or from one.
-///
-/// A stream holds: "TORN", the format's number 1 and the count of properties (32 bits each, least significant byte
-/// first), then of each its name, its kind and its value. Texts are a 32-bit count and UTF-16; a font is what it
-/// describes; a picture is a truth value and the picture object's own form. Beside the control's properties there is
-/// its size, in hundredths of a millimetre, as the 32-bit numbers "_ExtentX" and "_ExtentY".
-class StreamBag final : public PropertyBag {
+/// The rest of a stream. Raises 57 (device error) where it ends too early.
+class StreamSource final : public SettingsSource {
  public:
-  void save(IStream* stream) const;
+  explicit StreamSource(IStream* stream) : stream_(stream) {}
 
-  /// Raises 13 (type mismatch) for what is no such stream, and 57 (device error) for one that ends too early.
-  static StreamBag load(IStream* stream);
+  void read(std::span<std::uint8_t> bytes) override;
+  PicturePointer picture() override;
 
  private:
-  std::optional<PropertyValue> find(StringView name, PropertyKind kind) const override;
-  void store(StringView name, const PropertyValue& value) override;
+  IStream* stream_;
+};
 
-  std::vector<std::pair<String, PropertyValue>> properties_;
+/// A stream, written on. Raises 61 (disk full) where it takes no more.
+class StreamTarget final : public SettingsTarget {
+ public:
+  explicit StreamTarget(IStream* stream) : stream_(stream) {}
+
+  void write(ByteView bytes) override;
+  bool is_kept(const PicturePointer& picture) const override;
+  void write(const PicturePointer& picture) override;
+
+ private:
+  IStream* stream_;
 };
 
 }  // namespace tornby::automation

@@ -40,7 +40,9 @@ COLORREF resolved(Color color) {
 }
 
 GdiObject<HFONT> make_font(const Font& font, int dots_per_inch) {
-  return make_font(font, SIZE{0, static_cast<LONG>(std::lround(font.size * dots_per_inch / 72))});
+  constexpr double most = 0x7FFF;  // as high as coordinates go
+  const double height = std::clamp(font.size * dots_per_inch / 72, -most, most);
+  return make_font(font, SIZE{0, static_cast<LONG>(std::lround(height))});
 }
 
 GdiObject<HFONT> make_font(const Font& font, SIZE size) {
