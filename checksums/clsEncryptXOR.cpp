@@ -6,6 +6,7 @@
 
 #include "base/code_run.h"
 #include "base/runtime_error.h"
+#include "base/written.h"
 #include "checksums/hex/kernels.h"
 #include "checksums/keyed_xor/kernels.h"
 
@@ -75,67 +76,56 @@ String clsEncryptXOR::Decrypt(StringView text) const {
 
 String clsEncryptXOR::Encrypt(StringView text) const {
   if (key_.empty()) return {};
-  Cipher cipher(key_);
-  String result;
-  result.reserve(text.size());
-  std::array<char16_t, block_size / sizeof(char16_t)> block;
-  while (!text.empty()) {
-    const StringView some = text.substr(0, block.size());
-    cipher.apply(storage(some), block.data());
-    result.append(block.data(), some.size());
-    text.remove_prefix(some.size());
-  }
-  return result;
+  return written(text.size(), [&](char16_t* place) {
+    Cipher(key_).apply(storage(text), place);
+    return text.size();
+  });
 }
 
 String clsEncryptXOR::HexDecrypt(StringView digits) const {
   if (key_.empty()) return {};
-  Cipher cipher(key_);
-  String result;
-  result.reserve((digits.size() / 2 + 1) / 2);
-  Digits block;
-  std::array<char16_t, block_size / sizeof(char16_t) + 1> characters;
-  std::size_t kept_digits = 0, kept_bytes = 0;  // from the block before: a digit or blank, and half a character
-  const auto bytes = reinterpret_cast<std::uint8_t*>(characters.data());
-  while (!digits.empty()) {
-    const StringView some = digits.substr(0, block.size() - kept_digits);
-    if (!narrow_ascii(some, block.data() + kept_digits)) refuse();
-    digits.remove_prefix(some.size());
+  return written((digits.size() / 2 + 1) / 2, [&](char16_t* place) {
+    const auto bytes = reinterpret_cast<std::uint8_t*>(place);
+    std::size_t size = 0;
+    Cipher cipher(key_);
+    Digits block;
+    std::size_t kept = 0;  // from the block before: a digit or a blank
+    while (!digits.empty()) {
+      const StringView some = digits.substr(0, block.size() - kept);
+      if (!narrow_ascii(some, block.data() + kept)) refuse();
+      digits.remove_prefix(some.size());
 
-    std::size_t pairs = 0;
-    const auto left = read_pairs(std::span(block).first(kept_digits + some.size()), bytes + kept_bytes, pairs);
-    kept_digits = left.size();
-    if (!left.empty()) block[0] = left[0];
-
-    cipher.apply({bytes + kept_bytes, pairs}, bytes + kept_bytes);
-    const std::size_t size = kept_bytes + pairs;
-    result.append(characters.data(), size / 2);
-    kept_bytes = size % 2;
-    if (kept_bytes != 0) bytes[0] = bytes[size - 1];
-  }
-  if (kept_digits != 0 && !is_blank(block[0]) && !is_digit(block[0])) refuse();
-  if (kept_bytes != 0) result += static_cast<char16_t>(bytes[0]);
-  return result;
+      std::size_t pairs = 0;
+      const auto left = read_pairs(std::span(block).first(kept + some.size()), bytes + size, pairs);
+      cipher.apply({bytes + size, pairs}, bytes + size);
+      size += pairs;
+      kept = left.size();
+      if (!left.empty()) block[0] = left[0];
+    }
+    if (kept != 0 && !is_blank(block[0]) && !is_digit(block[0])) refuse();
+    if (size % 2 != 0) bytes[size++] = 0;
+    return size / 2;
+  });
 }
 
 String clsEncryptXOR::HexEncrypt(StringView text) const {
   if (key_.empty()) return {};
-  Cipher cipher(key_);
   ByteView bytes = storage(text);
-  String result;
-  result.reserve(2 * bytes.size());
-  Block block;
-  Digits digits;
-  std::array<char16_t, 2 * block_size> characters;
-  while (!bytes.empty()) {
-    const ByteView some = bytes.first(std::min(bytes.size(), block.size()));
-    cipher.apply(some, block.data());
-    hex::best().encode(block.data(), some.size(), digits.data());
-    widen_bytes({digits.data(), 2 * some.size()}, characters.data());
-    result.append(characters.data(), 2 * some.size());
-    bytes = bytes.subspan(some.size());
-  }
-  return result;
+  return written(2 * bytes.size(), [&](char16_t* place) {
+    const char16_t* const start = place;
+    Cipher cipher(key_);
+    Block block;
+    Digits digits;
+    while (!bytes.empty()) {
+      const ByteView some = bytes.first(std::min(bytes.size(), block.size()));
+      cipher.apply(some, block.data());
+      hex::best().encode(block.data(), some.size(), digits.data());
+      widen_bytes({digits.data(), 2 * some.size()}, place);
+      place += 2 * some.size();
+      bytes = bytes.subspan(some.size());
+    }
+    return static_cast<std::size_t>(place - start);
+  });
 }
 
 }  // namespace tornby

@@ -5,6 +5,7 @@
 
 #include "base/code_run.h"
 #include "base/runtime_error.h"
+#include "base/written.h"
 #include "checksums/base64/kernels.h"
 #include "checksums/keyed_xor/kernels.h"
 
@@ -20,7 +21,6 @@ constexpr std::size_t bytes_a_block = groups_a_block * bytes_a_group;
 constexpr std::size_t digits_a_block = groups_a_block * digits_a_group;
 using ByteBlock = std::array<std::uint8_t, bytes_a_block>;
 using DigitBlock = std::array<std::uint8_t, digits_a_block>;
-using CharacterBlock = std::array<char16_t, digits_a_block>;
 
 [[noreturn]] void refuse(StringView description) {
   throw RuntimeError(object_error_base, String(description));
@@ -95,13 +95,12 @@ void decode_by_blocks(StringView text, Take take) {
   }
 }
 
-/// Appends the digits of a block to a string.
-void append_digits(ByteView bytes, String& text) {
+/// Writes the digits of a block as characters, and returns how many.
+std::size_t write_digits(ByteView bytes, char16_t* place) {
   DigitBlock digits;
-  CharacterBlock characters;
   const std::size_t size = encode(bytes, digits.data());
-  widen_bytes({digits.data(), size}, characters.data());
-  text.append(characters.data(), size);
+  widen_bytes({digits.data(), size}, place);
+  return size;
 }
 
 /// Hands a text or a block of bytes to `take` in pieces that become a block of digits each.
@@ -109,6 +108,14 @@ template <class Whole, class Take>
 void for_each_block(Whole whole, Take take) {
   for (std::size_t at = 0; at < whole.size(); at += bytes_a_block)
     take(Whole(whole.data() + at, std::min(bytes_a_block, whole.size() - at)));
+}
+
+String digits_of(ByteView bytes) {
+  return written(digits_for(bytes.size()), [&](char16_t* place) {
+    std::size_t size = 0;
+    for_each_block(bytes, [&](ByteView some) { size += write_digits(some, place + size); });
+    return size;
+  });
 }
 
 /// The key's bytes going round.
@@ -119,12 +126,12 @@ class Cipher {
       key_ = ByteView(short_key_.data(), code_page.encode(key, short_key_.data()));
     else
       key_ = long_key_ = code_page.encode(key);
+    if (key_.empty()) throw RuntimeError(StandardError::division_by_zero);
   }
   Cipher(const Cipher&) = delete;
   Cipher& operator=(const Cipher&) = delete;
 
   void apply(std::span<std::uint8_t> bytes) {
-    if (key_.empty()) throw RuntimeError(StandardError::division_by_zero);
     keyed_xor::apply(bytes.data(), bytes.data(), bytes.size(), key_.data(), key_.size(), phase_);
     phase_ = (phase_ + bytes.size()) % key_.size();
   }
@@ -141,24 +148,25 @@ class Cipher {
 String clsWebEncryption::Encrypt(String& text, StringView key) const {
   if (text.empty()) return {};
   Cipher cipher(*code_page_, key);
-  String result;
   if (code_page_->bytes_per_unit() != 1) {  // what becomes of a byte may depend on those around it
     Bytes bytes = code_page_->encode(text);
     cipher.apply(bytes);
-    for_each_block(ByteView(bytes), [&](ByteView some) { append_digits(some, result); });
+    String result = digits_of(bytes);
     text = code_page_->decode(bytes);
     return result;
   }
-  result.reserve(digits_for(text.size()));
-  ByteBlock bytes;
-  char16_t* place = text.data();
-  for_each_block(StringView(text), [&](StringView some) {
-    const auto codes = std::span(bytes).first(code_page_->encode(some, bytes.data()));
-    cipher.apply(codes);  // may refuse the key, before anything has changed
-    append_digits(codes, result);
-    place += code_page_->decode(codes, place);
+  return written(digits_for(text.size()), [&](char16_t* place) {
+    ByteBlock bytes;
+    std::size_t size = 0;
+    char16_t* changed = text.data();
+    for_each_block(StringView(text), [&](StringView some) {
+      const auto codes = std::span(bytes).first(code_page_->encode(some, bytes.data()));
+      cipher.apply(codes);
+      size += write_digits(codes, place + size);
+      changed += code_page_->decode(codes, changed);
+    });
+    return size;
   });
-  return result;
 }
 
 String clsWebEncryption::Decrypt(String& text, StringView key) const {
@@ -175,11 +183,13 @@ String clsWebEncryption::Decrypt(String& text, StringView key) const {
     cipher.apply(bytes);
     result = code_page_->decode(bytes);
   } else {
-    result.reserve(bytes_for(text.size()));
-    CharacterBlock characters;
-    decode_by_blocks(text, [&](std::span<std::uint8_t> some) {
-      cipher.apply(some);
-      result.append(characters.data(), code_page_->decode(some, characters.data()));
+    result = written(bytes_for(text.size()), [&](char16_t* place) {
+      std::size_t size = 0;
+      decode_by_blocks(text, [&](std::span<std::uint8_t> some) {
+        cipher.apply(some);
+        size += code_page_->decode(some, place + size);
+      });
+      return size;
     });
   }
   text = result;
@@ -201,25 +211,26 @@ Bytes clsWebEncryption::bsDecode(ByteView digits) const {
 }
 
 String clsWebEncryption::bsDecodeString(StringView text) const {
-  String result;
-  result.reserve(bytes_for(text.size()));
-  CharacterBlock characters;
-  decode_by_blocks(text, [&](ByteView some) {
-    widen_bytes(some, characters.data());
-    result.append(characters.data(), some.size());
+  return written(bytes_for(text.size()), [&](char16_t* place) {
+    std::size_t size = 0;
+    decode_by_blocks(text, [&](ByteView some) {
+      widen_bytes(some, place + size);
+      size += some.size();
+    });
+    return size;
   });
-  return result;
 }
 
 String clsWebEncryption::bsEncodeString(StringView text) const {
-  String result;
-  result.reserve(digits_for(text.size()));
-  ByteBlock bytes;
-  for_each_block(text, [&](StringView some) {
-    code_page_->encode_each(some, bytes.data());
-    append_digits({bytes.data(), some.size()}, result);
+  return written(digits_for(text.size()), [&](char16_t* place) {
+    ByteBlock bytes;
+    std::size_t size = 0;
+    for_each_block(text, [&](StringView some) {
+      code_page_->encode_each(some, bytes.data());
+      size += write_digits({bytes.data(), some.size()}, place + size);
+    });
+    return size;
   });
-  return result;
 }
 
 Bytes clsWebEncryption::bsEncode(ByteView bytes) const {
