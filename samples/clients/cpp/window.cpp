@@ -1,6 +1,7 @@
 // A control of the DLL in a window, placed by the system's own host, with its events.
 // Usage: window    click on the link; close the window to end
 #include <windows.h>
+
 #include <olectl.h>
 #include <tornby/automation/tornby_idl.h>
 
