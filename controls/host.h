@@ -72,7 +72,8 @@ class Surface {
 
   virtual void clear() = 0;
   virtual void draw_focus_rectangle(const Rectangle& area) = 0;
-  /// The edge and flag numbers are those of the system's DrawEdge.
+  /// The edge of a button; the host marks the one that the form displays as its default. The edge and flag numbers are
+  /// those of the system's DrawEdge.
   virtual void draw_edge(const Rectangle& area, std::uint32_t edge, std::uint32_t flags) = 0;
   /// An outline one pixel wide, its right and bottom lines at `right` and `bottom`.
   virtual void draw_box(const Rectangle& outline, Color color) = 0;
@@ -161,6 +162,7 @@ struct Ambients {
   std::optional<Font> font;
   std::optional<Color> back_color;
   std::optional<Color> fore_color;
+  std::optional<std::int16_t> appearance;  ///< 0 flat, 1 three-dimensional
 };
 
 /// One control's place on a form. It outlives its control.
@@ -181,6 +183,10 @@ class ControlHost {
   /// For new controls.
   virtual std::optional<Color> ambient_back_color() const { return std::nullopt; }
   virtual std::optional<Color> ambient_fore_color() const { return std::nullopt; }
+  virtual std::optional<std::int16_t> ambient_appearance() const { return std::nullopt; }
+  /// The form is for a script that is written from right to left. The host draws texts so; where they stand is the
+  /// control's.
+  virtual bool right_to_left() const { return false; }
   /// The name of this control on its form.
   virtual String display_name() const = 0;
 };

@@ -200,6 +200,10 @@ void kelBrowseButton::DrawNormalFocus(bool Down) {
 void kelBrowseButton::InitProperties() {
   back_color_ = system_color::window_background;
   show_back_color();
+  if (const auto look = host().ambient_appearance()) {
+    surface().appearance(*look);
+    show_border();
+  }
 }
 
 void kelBrowseButton::ReadProperties(const PropertyBag& bag) {
@@ -215,6 +219,7 @@ void kelBrowseButton::WriteProperties(PropertyBag& bag) const {
 }
 
 void kelBrowseButton::follow(const Ambients& before, const Ambients& now) {
+  if (goes_along(BorderApperance(), before.appearance, now.appearance)) BorderApperance(*now.appearance);
   if (!goes_along(Font(), before.font, now.font)) return;
   Font(*now.font);
   resize();

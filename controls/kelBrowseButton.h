@@ -26,7 +26,7 @@ class kelBrowseButton final : public Control {
   void Enabled(bool value);
 
   /// 0 flat and without a border, 1 three-dimensional with one. Any other number is kept and leaves the border as it
-  /// is, in a stored control as in a new one.
+  /// is, in a stored control as in a new one. A new control takes the form's look.
   std::int16_t BorderApperance() const;
   void BorderApperance(std::int16_t value);
 

@@ -154,6 +154,7 @@ void kelHyperLabel::InitProperties() {
   use_dynamic_height_ = false;
   label_->font(host().ambient_font());
   if (const auto color = host().ambient_back_color()) surface().back_color(*color);
+  if (host().right_to_left()) label_->alignment(1);
   make_caption_one_line_high();
 }
 

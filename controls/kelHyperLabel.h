@@ -31,7 +31,8 @@ class kelHyperLabel final : public Control {
   tornby::Font Font() const;
   void Font(const tornby::Font& value);
 
-  /// 0 left, 1 right, 2 centre; with any other number a picture stays where it is.
+  /// 0 left, 1 right, 2 centre, on every form; with any other number a picture stays where it is. A new link on a form
+  /// that is read from right to left starts at the right.
   std::int16_t Alignment() const;
   void Alignment(std::int16_t value);
 
@@ -41,7 +42,8 @@ class kelHyperLabel final : public Control {
   void ClickColor(Color value);
 
   /// The colour that the caption shows at this moment, also while the pointer is over it. A colour written then lasts
-  /// until the pointer leaves.
+  /// until the pointer leaves. In a scheme of high contrast, a colour that could hardly be read on BackColor is shown
+  /// as the scheme's own for links, and stays here what it is.
   Color LinkColor() const;
   void LinkColor(Color value);
 

@@ -169,6 +169,7 @@ void kelLabel::InitProperties() {
   label_->font(host().ambient_font());
   if (const auto color = host().ambient_back_color()) surface().back_color(*color);
   if (const auto color = host().ambient_fore_color()) label_->fore_color(*color);
+  if (host().right_to_left()) alignment_ = 1;
 }
 
 void kelLabel::follow(const Ambients& before, const Ambients& now) {

@@ -44,7 +44,7 @@ class kelLabel final : public Control {
   bool OverrideAutoAlign() const { return override_auto_align_; }
   void OverrideAutoAlign(bool value);
 
-  /// 0 left, 1 right, 2 centre.
+  /// 0 left, 1 right, 2 centre, on every form. A new label on one that is read from right to left starts at the right.
   std::int16_t Alignment() const { return alignment_; }
   void Alignment(std::int16_t value);
 

@@ -55,67 +55,20 @@ void ControlCore::set_extent(SIZEL himetric) {
 
 void ControlCore::set_site(IOleClientSite* site) {
   site_ = ComPtr<IOleClientSite>(site);
-  ambients_ = ComPtr<IDispatch>();
-  in_design_.reset();
+  ambients_.take_from(site);
   control_site_ = ComPtr<IOleControlSite>();
   frame_site_ = ComPtr<ISimpleFrameSite>();
   if (!site) return;
-  site->QueryInterface(IID_IDispatch, ambients_.out_void());
   site->QueryInterface(IID_IOleControlSite, control_site_.out_void());
   if (has(OLEMISC_SIMPLEFRAME)) site->QueryInterface(IID_ISimpleFrameSite, frame_site_.out_void());
-}
-
-bool ControlCore::ambient(DISPID property, VARIANT* value) const {
-  DISPPARAMS none = {};
-  return ambients_ && SUCCEEDED(ambients_->Invoke(property, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none,
-                                                  value, nullptr, nullptr));
-}
-
-Font ControlCore::ambient_font() const {
-  given_.font = Font();
-  OwnedVariant value;
-  if (!ambient(DISPID_AMBIENT_FONT, value.get()) || (value->vt != VT_DISPATCH && value->vt != VT_UNKNOWN) ||
-      !value->punkVal)
-    return *given_.font;
-  try {
-    given_.font = describe_font(value->punkVal);
-  } catch (const std::exception&) {
-    // What the container calls a font is none.
-  }
-  return *given_.font;
-}
-
-std::optional<Color> ControlCore::ambient_color(DISPID property) const {
-  OwnedVariant value;
-  auto& given = property == DISPID_AMBIENT_BACKCOLOR ? given_.back_color : given_.fore_color;
-  const bool known = ambient(property, value.get()) && (value->vt == VT_I4 || value->vt == VT_UI4);
-  return given = known ? std::optional(static_cast<Color>(value->lVal)) : std::nullopt;
-}
-
-String ControlCore::display_name() const {
-  OwnedVariant value;
-  if (!ambient(DISPID_AMBIENT_DISPLAYNAME, value.get()) || value->vt != VT_BSTR) return String();
-  return String(view(value->bstrVal));
-}
-
-bool ControlCore::in_design() const {
-  if (!in_design_) {
-    OwnedVariant user_mode;
-    in_design_ = ambient(DISPID_AMBIENT_USERMODE, user_mode.get()) && user_mode->vt == VT_BOOL &&
-                 !from_boolean(user_mode->boolVal);
-  }
-  return *in_design_;
+  if (host_->window()) host_->form_changed();
 }
 
 void ControlCore::ambient_changed(DISPID property) {
-  const auto concerns = [&](DISPID one) { return property == one || property == DISPID_UNKNOWN; };
-  if (concerns(DISPID_AMBIENT_USERMODE)) in_design_.reset();
-  const Ambients before = given_;
-  if (before.font && concerns(DISPID_AMBIENT_FONT)) ambient_font();
-  if (before.back_color && concerns(DISPID_AMBIENT_BACKCOLOR)) ambient_color(DISPID_AMBIENT_BACKCOLOR);
-  if (before.fore_color && concerns(DISPID_AMBIENT_FORECOLOR)) ambient_color(DISPID_AMBIENT_FORECOLOR);
-  if (settings_ == Settings::there) control().follow(before, Ambients(given_));
-  host_->redraw();
+  const Ambients before = ambients_.given();
+  if (!ambients_.refresh(property)) return;
+  if (settings_ == Settings::there) control().follow(before, Ambients(ambients_.given()));
+  host_->form_changed();
 }
 
 void ControlCore::property_changed(StringView name) {

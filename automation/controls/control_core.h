@@ -11,6 +11,7 @@
 
 #include "automation/com/connection_point.h"
 #include "automation/com/error_edge.h"
+#include "automation/controls/ambient_properties.h"
 #include "automation/server/class_table.h"
 #include "controls/windows/window_host.h"
 
@@ -91,10 +92,9 @@ class ControlCore {
   const ComPtr<IOleClientSite>& site() const { return site_; }
   const ComPtr<IOleControlSite>& control_site() const { return control_site_; }
   const ComPtr<ISimpleFrameSite>& frame_site() const { return frame_site_; }
-  bool ambient(DISPID property, VARIANT* value) const;
-  String display_name() const;
+  String display_name() const { return ambients_.display_name(); }
   /// Whether the container is a form designer: then the control answers no input and raises no event.
-  bool in_design() const;
+  bool in_design() const { return ambients_.in_design(); }
   /// The container's ambient property, or all of them for DISPID_UNKNOWN, has another value.
   void ambient_changed(DISPID property);
 
@@ -117,13 +117,18 @@ class ControlCore {
     void property_changed(StringView name) override {
       if (owner_) owner_->property_changed(name);
     }
-    Font ambient_font() const override { return owner_ ? owner_->ambient_font() : Font(); }
+    Font ambient_font() const override { return owner_ ? owner_->ambients_.font() : Font(); }
     std::optional<Color> ambient_back_color() const override {
-      return owner_ ? owner_->ambient_color(DISPID_AMBIENT_BACKCOLOR) : std::nullopt;
+      return owner_ ? owner_->ambients_.back_color() : std::nullopt;
     }
     std::optional<Color> ambient_fore_color() const override {
-      return owner_ ? owner_->ambient_color(DISPID_AMBIENT_FORECOLOR) : std::nullopt;
+      return owner_ ? owner_->ambients_.fore_color() : std::nullopt;
     }
+    std::optional<std::int16_t> ambient_appearance() const override {
+      return owner_ ? owner_->ambients_.appearance() : std::nullopt;
+    }
+    bool right_to_left() const override { return owner_ && owner_->ambients_.right_to_left(); }
+    bool displays_as_default() const override { return owner_ && owner_->ambients_.displays_as_default(); }
     String display_name() const override { return owner_ ? owner_->display_name() : String(); }
     bool takes_size_request(SIZE wanted) override { return owner_ && owner_->request_size(wanted); }
     /// There is nobody to tell: the container has already got what it could.
@@ -149,8 +154,6 @@ class ControlCore {
 
   static constexpr RECT initial_place = {0, 0, 121, 33};  // pixels, until a container says otherwise
 
-  Font ambient_font() const;
-  std::optional<Color> ambient_color(DISPID property) const;
   void property_changed(StringView name);
   void picture_changed();
 
@@ -159,11 +162,9 @@ class ControlCore {
   std::shared_ptr<SiteLink> link_;
   std::shared_ptr<windows::WindowHost> host_;
   ComPtr<IOleClientSite> site_;
-  ComPtr<IDispatch> ambients_;
+  AmbientProperties ambients_;
   ComPtr<IOleControlSite> control_site_;
-  ComPtr<ISimpleFrameSite> frame_site_;    // for a control that others are placed in
-  mutable Ambients given_;                 // to the control, as far as it has asked
-  mutable std::optional<bool> in_design_;  // asked for once
+  ComPtr<ISimpleFrameSite> frame_site_;  // for a control that others are placed in
   enum class Settings { none, on_their_way, there };
   Settings settings_ = Settings::none;
   bool dirty_ = false;

@@ -116,10 +116,7 @@ void Canvas::text(const String& text, const RECT& area, UINT format, const Font&
 
 void Canvas::scaled_text(const String& text, const RECT& area, UINT format, const Font& description, int dots_per_inch,
                          HFONT screen_font) const {
-  const ScreenContext screen;
-  const Selection measured(screen, screen_font);
-  TEXTMETRICW metrics{};
-  ::GetTextMetricsW(screen, &metrics);
+  const TEXTMETRICW metrics = text_metrics(screen_font);
   const double height = description.size * dots_per_inch / 72 * std::fabs(scale_y_);
   const bool stretched = std::fabs(std::fabs(scale_x_) - std::fabs(scale_y_)) > 0.01 * std::fabs(scale_y_);
   const double width = stretched ? metrics.tmAveCharWidth * std::fabs(scale_x_) : 0;
@@ -139,8 +136,8 @@ void Canvas::scaled_text(const String& text, const RECT& area, UINT format, cons
       advances.push_back(std::abs(after - before));
       before = after;
     }
-    ::ExtTextOutW(context_, target_x(left), target_y(top), 0, nullptr, wide(line.text),
-                  static_cast<UINT>(line.text.size()), advances.data());
+    ::ExtTextOutW(context_, target_x(left), target_y(top), format & DT_RTLREADING ? ETO_RTLREADING : 0, nullptr,
+                  wide(line.text), static_cast<UINT>(line.text.size()), advances.data());
     if (line.marked < line.text.size()) {
       const LONG start = line.marked == 0 ? 0 : line.ends[line.marked - 1];
       const LONG base = top + metrics.tmAscent;

@@ -8,6 +8,7 @@ namespace {
 struct Painter {
   const Canvas& canvas;
   COLORREF ground;
+  bool as_default;
   LastError& last_error;
 
   void operator()(const FocusRectangle& frame) const {
@@ -15,6 +16,8 @@ struct Painter {
   }
   void operator()(const Edge& edge) const {
     last_error.of([&] { canvas.edge(to_rect(edge.area), edge.edge, edge.flags); });
+    const COLORREF line = ::GetSysColor(COLOR_WINDOWFRAME);
+    if (as_default) canvas.frame(to_rect(edge.area), line, line);
   }
   void operator()(const Box& box) const {
     const COLORREF color = resolved(box.color);
@@ -22,14 +25,18 @@ struct Painter {
   }
   /// Three dots. The greyed ones have a light shadow.
   void operator()(const PlacedGlyph& placed) const {
-    if (placed.glyph == Glyph::browse_greyed) draw_dots(placed, 1, COLOR_BTNHIGHLIGHT);
-    draw_dots(placed, 0, placed.glyph == Glyph::browse ? COLOR_BTNTEXT : COLOR_GRAYTEXT);
+    if (placed.glyph == Glyph::browse) {
+      draw_dots(placed, 0, legible(::GetSysColor(COLOR_BTNTEXT), ground, COLOR_BTNTEXT));
+    } else {
+      draw_dots(placed, 1, ::GetSysColor(COLOR_BTNHIGHLIGHT));
+      draw_dots(placed, 0, ::GetSysColor(COLOR_GRAYTEXT));
+    }
   }
-  void draw_dots(const PlacedGlyph& placed, int offset, int color) const {
+  void draw_dots(const PlacedGlyph& placed, int offset, COLORREF color) const {
     const int top = placed.top + offset;
     for (const int x : {1, 5, 9}) {
       const int left = placed.left + x + offset;
-      canvas.fill({left, top, left + 2, top + browse_glyph_height}, ::GetSysColor(color));
+      canvas.fill({left, top, left + 2, top + browse_glyph_height}, color);
     }
   }
 };
@@ -41,8 +48,8 @@ void Drawings::add(const Drawing& drawing) {
   drawings_.push_back(drawing);
 }
 
-void Drawings::paint(const Canvas& canvas, Color ground, LastError& last_error) const {
-  for (const Drawing& drawing : drawings_) std::visit(Painter{canvas, resolved(ground), last_error}, drawing);
+void Drawings::paint(const Canvas& canvas, COLORREF ground, bool as_default, LastError& last_error) const {
+  for (const Drawing& drawing : drawings_) std::visit(Painter{canvas, ground, as_default, last_error}, drawing);
 }
 
 }  // namespace tornby::windows

@@ -51,7 +51,8 @@ class Drawings {
 
   void add(const Drawing& drawing);
   void clear() { drawings_.clear(); }
-  void paint(const Canvas& canvas, Color ground, LastError& last_error) const;
+  /// `as_default` puts a frame round edges: that of the button which Enter presses.
+  void paint(const Canvas& canvas, COLORREF ground, bool as_default, LastError& last_error) const;
 
  private:
   std::vector<Drawing> drawings_;  // in the order of drawing

@@ -21,11 +21,15 @@ WindowEdit::~WindowEdit() {
 
 void WindowEdit::create_window(HWND parent) {
   const RECT place = area();
-  const DWORD style =
-      WS_CHILD | WS_TABSTOP | ES_AUTOHSCROLL | (visible_ ? WS_VISIBLE : 0) | (enabled_ ? 0 : WS_DISABLED);
-  window_ = ::CreateWindowExW(0, L"EDIT", wide(text_), style, place.left, place.top, place.right - place.left,
-                              place.bottom - place.top, parent, nullptr, own_module(), nullptr);
-  if (!window_) throw RuntimeError(StandardError::automation_error);
+  const bool right_to_left = host_->right_to_left();
+  const DWORD style = WS_CHILD | WS_TABSTOP | ES_AUTOHSCROLL | (visible_ ? WS_VISIBLE : 0) |
+                      (enabled_ ? 0 : WS_DISABLED) | (right_to_left ? ES_RIGHT : 0);
+  const HWND made =
+      ::CreateWindowExW(right_to_left ? WS_EX_RTLREADING : 0, L"EDIT", wide(text_), style, place.left, place.top,
+                        place.right - place.left, place.bottom - place.top, parent, nullptr, own_module(), nullptr);
+  if (!made) throw RuntimeError(StandardError::automation_error);
+  window_ = made;
+  right_to_left_ = right_to_left;
   ::SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
   original_ = reinterpret_cast<WNDPROC>(
       ::SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&WindowEdit::procedure)));
@@ -35,11 +39,7 @@ void WindowEdit::create_window(HWND parent) {
 }
 
 void WindowEdit::height(double value) {
-  const ScreenContext screen;
-  const Selection font(screen, font_handle_.get());
-  TEXTMETRICW metrics{};
-  ::GetTextMetricsW(screen, &metrics);
-  WindowElement::height(std::max(value, static_cast<double>(metrics.tmHeight)));
+  WindowElement::height(std::max(value, static_cast<double>(text_metrics(font_handle_.get()).tmHeight)));
 }
 
 void WindowEdit::text(StringView value) {
@@ -84,6 +84,17 @@ void WindowEdit::dots_per_inch_changed() {
   show_change();
 }
 
+void WindowEdit::direction_changed() {
+  if (!window_ || right_to_left_ == host_->right_to_left()) return;
+  const HWND before = window_;
+  DWORD start = 0, end = 0;
+  ::SendMessageW(before, EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
+  create_window(::GetParent(before));
+  ::SendMessageW(window_, EM_SETSEL, start, static_cast<LPARAM>(end));
+  if (::GetFocus() == before) ::SetFocus(window_);
+  ::DestroyWindow(before);
+}
+
 void WindowEdit::back_color(Color value) {
   set(back_color_, value);
   if (window_) ::InvalidateRect(window_, nullptr, TRUE);
@@ -114,9 +125,14 @@ void WindowEdit::show_change() {
   WindowElement::show_change();
 }
 
+COLORREF WindowEdit::text_color() const {
+  return enabled_ ? legible(::GetSysColor(COLOR_WINDOWTEXT), resolved(back_color_), COLOR_WINDOWTEXT)
+                  : ::GetSysColor(COLOR_GRAYTEXT);
+}
+
 HBRUSH WindowEdit::colour(HDC context) {
   ::SetBkColor(context, resolved(back_color_));
-  ::SetTextColor(context, ::GetSysColor(enabled_ ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT));
+  ::SetTextColor(context, text_color());
   brush_ = GdiObject<HBRUSH>(::CreateSolidBrush(resolved(back_color_)));
   return brush_.get();
 }
@@ -124,8 +140,9 @@ HBRUSH WindowEdit::colour(HDC context) {
 void WindowEdit::draw(const Canvas& canvas) const {
   if (!visible_) return;
   canvas.fill(area(), resolved(back_color_));
-  canvas.text(text_, area(), DT_SINGLELINE | DT_NOPREFIX, font_, host_->dots_per_inch(), font_handle_.get(),
-              ::GetSysColor(enabled_ ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT));
+  const UINT direction = host_->right_to_left() ? DT_RTLREADING | DT_RIGHT : 0;
+  canvas.text(text_, area(), DT_SINGLELINE | DT_NOPREFIX | direction, font_, host_->dots_per_inch(), font_handle_.get(),
+              text_color());
 }
 
 LRESULT CALLBACK WindowEdit::procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {

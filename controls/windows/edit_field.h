@@ -36,14 +36,18 @@ class WindowEdit final : public WindowElement<EditElement> {
   /// Draws the field where it has no window.
   void draw(const Canvas& canvas) const;
   void dots_per_inch_changed();
+  /// Texts may be read in the other direction now, for which a window is made anew.
+  void direction_changed();
 
  private:
   static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
   LRESULT handle(UINT message, WPARAM wparam, LPARAM lparam);
   void show_change() override;
+  COLORREF text_color() const;
 
   HWND window_ = nullptr;
   WNDPROC original_ = nullptr;
+  bool right_to_left_ = false;  // of the window
   bool setting_text_ = false;
   String text_;
   Font font_;

@@ -64,7 +64,9 @@ void WindowLabel::word_wrap(bool value) {
 }
 
 void WindowLabel::dots_per_inch_changed() {
+  const double lines = height_ / text_metrics(font_handle_.get()).tmHeight;
   font_handle_ = make_font(font_, host_->dots_per_inch());
+  height_ = lines * text_metrics(font_handle_.get()).tmHeight;
   fit();
 }
 
@@ -84,8 +86,11 @@ void WindowLabel::fit() {
 }
 
 void WindowLabel::draw(const Canvas& canvas) const {
-  const COLORREF color = enabled_ ? resolved(fore_color_) : ::GetSysColor(COLOR_GRAYTEXT);
-  canvas.text(caption_, area(), format(), font_, host_->dots_per_inch(), font_handle_.get(), color);
+  const int scheme_color = host_->control().accessible_role() == AccessibleRole::link ? COLOR_HOTLIGHT : COLOR_BTNTEXT;
+  const COLORREF color =
+      enabled_ ? legible(resolved(fore_color_), host_->ground(), scheme_color) : ::GetSysColor(COLOR_GRAYTEXT);
+  const UINT direction = host_->right_to_left() ? DT_RTLREADING : 0;
+  canvas.text(caption_, area(), format() | direction, font_, host_->dots_per_inch(), font_handle_.get(), color);
 }
 
 WindowPicture::WindowPicture(WindowHost& host) : WindowElement(host) {

@@ -59,7 +59,7 @@ class Drawn {
   virtual RECT drawn_area() const = 0;
   virtual bool shows() const = 0;
   virtual Part part() const = 0;
-  virtual void dots_per_inch_changed() {}
+  virtual void dots_per_inch_changed() = 0;
 };
 
 class WindowLabel final : public WindowElement<LabelElement>, public Drawn {
@@ -119,6 +119,7 @@ class WindowPicture final : public WindowElement<PictureElement>, public Drawn {
   RECT drawn_area() const override { return area(); }
   bool shows() const override { return visible_ && picture_; }
   Part part() const override { return Part::picture; }
+  void dots_per_inch_changed() override { picture(PicturePointer(picture_)); }
 
  private:
   PicturePointer picture_;

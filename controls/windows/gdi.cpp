@@ -24,6 +24,7 @@ BufferedPainting::BufferedPainting(HDC target, const RECT& area)
     return;
   }
   before_ = ::SelectObject(memory_, bitmap_.get());
+  ::SetLayout(memory_, ::GetLayout(target));  // on a mirrored form texts are not
   ::SetWindowOrgEx(memory_, area.left, area.top, nullptr);
 }
 
@@ -37,6 +38,31 @@ BufferedPainting::~BufferedPainting() {
 
 COLORREF resolved(Color color) {
   return color & 0x80000000 ? ::GetSysColor(static_cast<int>(color & 0xFF)) : color & 0xFFFFFF;
+}
+
+double contrast(COLORREF one, COLORREF other) {
+  const auto luminance = [](COLORREF color) {
+    const auto linear = [](int level) {
+      const double part = level / 255.0;
+      return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(GetRValue(color)) + 0.7152 * linear(GetGValue(color)) + 0.0722 * linear(GetBValue(color));
+  };
+  const auto [darker, lighter] = std::minmax({luminance(one), luminance(other)});
+  return (lighter + 0.05) / (darker + 0.05);
+}
+
+COLORREF legible(COLORREF color, COLORREF ground, int scheme_color) {
+  constexpr double enough = 4.5;
+  HIGHCONTRASTW scheme = {};
+  scheme.cbSize = sizeof scheme;
+  if (contrast(color, ground) >= enough || !::SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof scheme, &scheme, 0) ||
+      !(scheme.dwFlags & HCF_HIGHCONTRASTON))
+    return color;
+  const COLORREF own = ::GetSysColor(scheme_color);
+  if (contrast(own, ground) >= enough) return own;
+  constexpr COLORREF black = 0, white = 0xFFFFFF;
+  return contrast(black, ground) >= contrast(white, ground) ? black : white;
 }
 
 GdiObject<HFONT> make_font(const Font& font, int dots_per_inch) {
@@ -58,6 +84,14 @@ GdiObject<HFONT> make_font(const Font& font, SIZE size) {
   GdiObject<HFONT> made(::CreateFontIndirectW(&description));
   if (!made.get()) throw RuntimeError(StandardError::out_of_memory);
   return made;
+}
+
+TEXTMETRICW text_metrics(HFONT font) {
+  const ScreenContext screen;
+  const Selection selection(screen, font);
+  TEXTMETRICW metrics{};
+  ::GetTextMetricsW(screen, &metrics);
+  return metrics;
 }
 
 void draw_text(HDC context, const String& text, RECT& area, UINT format) {

@@ -89,10 +89,21 @@ class BufferedPainting {
 /// A plain colour as it is, a system colour as it is set now.
 COLORREF resolved(Color color);
 
+/// The ratio of two colours' relative luminances, from 1 to 21, as the Web Content Accessibility Guidelines 2.1 define
+/// it.
+double contrast(COLORREF one, COLORREF other);
+/// The colour for a text on `ground`: `color`, unless the user has chosen a scheme of high contrast and could hardly
+/// read it (the same guidelines ask for 4.5). Then it is the scheme's own, system colour `scheme_color`, or else black
+/// or white.
+COLORREF legible(COLORREF color, COLORREF ground, int scheme_color);
+
 /// Raises 7 (out of memory) when the system makes none.
 GdiObject<HFONT> make_font(const Font& font, int dots_per_inch);
 /// `size` is that of a character, in units of the device context; 0 takes the width that belongs to the height.
 GdiObject<HFONT> make_font(const Font& font, SIZE size);
+
+/// The measures of a font on the screen.
+TEXTMETRICW text_metrics(HFONT font);
 
 /// As DrawText, whose flags `format` are; it may change `area`.
 void draw_text(HDC context, const String& text, RECT& area, UINT format);

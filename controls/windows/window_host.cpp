@@ -176,12 +176,8 @@ void WindowHost::update_frame() {
 }
 
 double WindowHost::text_height(StringView text) const {
-  const ScreenContext screen;
   const GdiObject<HFONT> font = make_font(font_, dots_per_inch_);
-  const Selection selection(screen, font.get());
-  TEXTMETRICW metrics{};
-  ::GetTextMetricsW(screen, &metrics);
-  return static_cast<double>(metrics.tmHeight * (1 + std::count(text.begin(), text.end(), u'\n')));
+  return static_cast<double>(text_metrics(font.get()).tmHeight * (1 + std::count(text.begin(), text.end(), u'\n')));
 }
 
 std::vector<ContainedElement*> WindowHost::contained_elements() {
@@ -218,6 +214,11 @@ void WindowHost::remove(Drawn& element) {
 
 void WindowHost::text_changed() {
   if (control_) control_->text_changed();
+}
+
+void WindowHost::form_changed() {
+  if (edit_) edit_->direction_changed();
+  redraw();
 }
 
 void WindowHost::update_dots_per_inch() {

@@ -27,6 +27,13 @@ class ControlSite {
   virtual Font ambient_font() const { return Font(); }
   virtual std::optional<Color> ambient_back_color() const { return std::nullopt; }
   virtual std::optional<Color> ambient_fore_color() const { return std::nullopt; }
+  /// 0 flat, 1 three-dimensional: a new control's border.
+  virtual std::optional<std::int16_t> ambient_appearance() const { return std::nullopt; }
+  /// Texts are read from right to left. When it changes, call WindowHost::form_changed.
+  virtual bool right_to_left() const { return false; }
+  /// The control's button is the one that Enter presses: it gets a frame. When it changes, call
+  /// WindowHost::form_changed.
+  virtual bool displays_as_default() const { return false; }
   virtual String display_name() const { return String(); }
   /// The control wants another outer size, in pixels. True: the site decides, and calls WindowHost::place. False: the
   /// control takes the size.
@@ -90,6 +97,11 @@ class WindowHost final : public std::enable_shared_from_this<WindowHost>, privat
   void draw(HDC context, const RECT& area);
 
   bool in_design() const { return site_->in_design(); }
+  bool right_to_left() const override { return site_->right_to_left(); }
+  /// The site answers another direction of reading, or another default button.
+  void form_changed();
+  /// What texts are drawn on.
+  COLORREF ground() const { return resolved(back_color_); }
 
   /// Keeps the site alive as long as this object.
   void keep_until_gone(std::shared_ptr<ControlSite> site) { kept_site_ = std::move(site); }
@@ -127,6 +139,7 @@ class WindowHost final : public std::enable_shared_from_this<WindowHost>, privat
   Font ambient_font() const override { return site_->ambient_font(); }
   std::optional<Color> ambient_back_color() const override { return site_->ambient_back_color(); }
   std::optional<Color> ambient_fore_color() const override { return site_->ambient_fore_color(); }
+  std::optional<std::int16_t> ambient_appearance() const override { return site_->ambient_appearance(); }
   String display_name() const override { return site_->display_name(); }
 
   double scale_width() const override { return client_size().cx; }

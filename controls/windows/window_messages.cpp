@@ -105,6 +105,8 @@ LRESULT WindowHost::handle(HWND window, UINT message, WPARAM wparam, LPARAM lpar
       if (static_cast<LONG>(lparam) != OBJID_CLIENT || !window_) break;
       return answer_accessible_request(shared_from_this(), wparam);
     case WM_SYSCOLORCHANGE:
+    case WM_THEMECHANGED:
+      ::RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME | RDW_ALLCHILDREN);
       redraw();
       break;
     case dots_per_inch_changed_message:

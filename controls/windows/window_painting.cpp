@@ -81,13 +81,13 @@ void WindowHost::draw_glyph(Glyph glyph, double left, double top) {
 
 void WindowHost::paint(const Canvas& canvas) {
   const SIZE client = client_size();
-  canvas.fill({0, 0, client.cx, client.cy}, resolved(back_color_));
-  drawings_.paint(canvas, back_color_, last_error_);
+  canvas.fill({0, 0, client.cx, client.cy}, ground());
+  drawings_.paint(canvas, ground(), site_->displays_as_default(), last_error_);
   for (const Drawn* element : drawn_) {
     if (element->shows()) element->draw(canvas);
   }
   if (window_ && control_->takes_focus() && ::GetFocus() == window_)
-    canvas.focus_rectangle({0, 0, client.cx, client.cy}, resolved(back_color_));
+    canvas.focus_rectangle({0, 0, client.cx, client.cy}, ground());
 }
 
 void WindowHost::paint_window(HWND window) {

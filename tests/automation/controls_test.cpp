@@ -110,7 +110,9 @@ TEST(Controls, AreLaidOutWithTheirSettings) {
   ComPtr<IPictureDisp> picture;
   ASSERT_EQ(::OleCreatePictureIndirect(&description, IID_IPictureDisp, TRUE, picture.out_void()), S_OK);
   ASSERT_EQ(link->putref_Picture(picture.get()), S_OK);
-  EXPECT_NEAR(extent_of(link.get()).cy, 1587, 30);
+  OLE_YSIZE_HIMETRIC height = 0;  // of 60 pixels of the screen
+  as<IPicture>(picture)->get_Height(&height);
+  EXPECT_NEAR(extent_of(link.get()).cy, height, 30);
   ComPtr<IStream> stream;
   ASSERT_EQ(::CreateStreamOnHGlobal(nullptr, TRUE, stream.out()), S_OK);
   ASSERT_EQ(as<IPersistStreamInit>(link)->Save(stream.get(), TRUE), S_OK);
@@ -242,6 +244,62 @@ TEST(Controls, TakeFontAndNameFromTheContainer) {
   EXPECT_EQ(back, 0x505050u);
   EXPECT_EQ(fore, 1u);
   as<IOleObject>(label)->SetClientSite(nullptr);
+  object->SetClientSite(nullptr);
+}
+
+TEST(Controls, FollowTheFormsDirectionLookAndDefaultButton) {
+  const Server server;
+  FakeContainer container;
+  const DISPID all[] = {DISPID_AMBIENT_RIGHTTOLEFT, DISPID_AMBIENT_APPEARANCE, DISPID_AMBIENT_DISPLAYASDEFAULT};
+  const auto offer = [&](DISPID id, VARTYPE type, SHORT value) {
+    VARIANT ambient = testing::short_variant(value);
+    ambient.vt = type;
+    container.add_ambient(id, ambient);
+  };
+  offer(all[0], VT_BOOL, VARIANT_TRUE);
+  offer(all[1], VT_I2, 0);
+  offer(all[2], VT_BOOL, VARIANT_TRUE);
+  const auto control = server.create<IkelBrowseButton>(CLSID_kelBrowseButton);
+  const auto object = as<IOleObject>(control);
+  object->SetClientSite(&container);
+  as<IPersistStreamInit>(control)->InitNew();
+  ASSERT_EQ(object->DoVerb(OLEIVERB_INPLACEACTIVATE, nullptr, &container, 0, container.window(), nullptr), S_OK);
+  HWND window = nullptr;
+  as<IOleInPlaceObject>(control)->GetWindow(&window);
+  const auto expect = [&](bool from_right, SHORT border, bool is_default) {
+    EXPECT_EQ((::GetWindowLongA(::GetWindow(window, GW_CHILD), GWL_STYLE) & ES_RIGHT) != 0, from_right);
+    SHORT shown = -1;
+    control->get_BorderApperance(&shown);
+    EXPECT_EQ(shown, border);
+    ::UpdateWindow(window);
+    RECT client = {};
+    ::GetClientRect(window, &client);
+    const HDC context = ::GetDC(window);
+    EXPECT_EQ(::GetPixel(context, client.right - 5, 0) == ::GetSysColor(COLOR_WINDOWFRAME), is_default);
+    ::ReleaseDC(window, context);
+  };
+  expect(true, 0, true);
+  const auto form = as<IOleControl>(control);
+  offer(all[0], VT_BSTR, 0);
+  form->OnAmbientPropertyChange(all[0]);
+  expect(false, 0, true);
+  for (const DISPID id : all) offer(id, VT_BOOL, VARIANT_TRUE);
+  offer(all[1], VT_UI4, 1);
+  form->OnAmbientPropertyChange(DISPID_UNKNOWN);
+  expect(true, 1, true);
+  offer(all[1], VT_I2, 7);  // a look that there is not
+  offer(all[2], VT_EMPTY, 0);
+  form->OnAmbientPropertyChange(DISPID_UNKNOWN);
+  expect(true, 1, false);
+
+  FakeView view;
+  as<IViewObject2>(control)->SetAdvise(DVASPECT_CONTENT, 0, &view);
+  container.calls();
+  for (const DISPID unknown : {-5999, -1000, 17}) EXPECT_EQ(form->OnAmbientPropertyChange(unknown), S_OK);
+  EXPECT_EQ(view.changes, 0);
+  EXPECT_EQ(container.calls(), "");
+  as<IViewObject2>(control)->SetAdvise(0, 0, nullptr);
+  object->Close(OLECLOSE_NOSAVE);
   object->SetClientSite(nullptr);
 }
 
