@@ -11,7 +11,11 @@ A fence says after its language what is done with it; a fence that does not is a
   cpp run                      a whole program that is run too
   cmake configure, cmake build a project is configured with it, or built and run too
   sh read, xml read, python read   parsed
+  ... from FILE                a piece of that sample, which is built and run: line for line, but for the indentation
   ... untried                  not tried at all; the page has to say "not tried"
+
+What is from no file and not run is at least compared with the type library: classes, and members of variables that hold an
+object of a class.
 
 In a comment before a fence, "setup" is code that goes before it, and "answer CAPTION = NAME" what a user would type into
 the dialog of that caption.
@@ -32,12 +36,39 @@ KINDS = {"cpp": {"build", "windows", "run"}, "vbscript": {"run", "continue"}, "j
          "text": {"", "output"}, "ini": {""}}
 
 
+class Library:
+    """The classes of the type library, each with its members and events, and the names of its enumerations."""
+
+    def __init__(self, folder):
+        text = "".join(file.read_text(encoding="utf-8") for file in sorted(folder.glob("*.idl")))
+        kinds = {name: set(re.findall(r"(?:HRESULT|void) (\w+)\(", body))
+                 for name, body in re.findall(r"interface (\w+)(?: : \w+)? \{\n(.*?)\n\s*\}", text, re.S)}
+        self.classes = {}
+        for name, body in re.findall(r"coclass (\w+) \{(.*?)\}", text, re.S):
+            self.classes[name] = set().union(*(kinds[kind] for kind in re.findall(r"interface (\w+)", body)))
+        self.enumerations = set(re.findall(r"\} (\w+);", text))
+
+    def unknown(self, code):
+        """The first name in the code that the library does not have, if there is one."""
+        code = re.sub(r"Tornby\.(?:Components|dll)|Interop\.Tornby", "", code)
+        for name in re.findall(r"\bTornby\.(\w+)", code):
+            if name not in self.classes and name not in self.enumerations:
+                return name
+        held = re.findall(r"(\w+)(?:\s*:?=|(?= As New))[^\n=]*?\b(" + "|".join(self.classes) + r")\b", code)
+        for variable, kind in held:
+            for member in re.findall(rf"(?<![\w.]){variable}\.(\w+)", code):
+                if member not in self.classes[kind]:
+                    return f"{kind}.{member}"
+        return None
+
+
 class Page:
     def __init__(self, path, root, folder):
         self.path, self.root, self.folder = path, root, folder
         self.text = path.read_text(encoding="utf-8")
         self.written = []  # (kind, file)
         self.script = None
+        self.library = Library(root / "automation/idl")
 
     def fail(self, line, what):
         sys.exit(f"{self.path.name}:{line}: {what}")
@@ -60,6 +91,11 @@ class Page:
             comments = COMMENT.findall(match["comments"])
             setup = "".join(text.strip("\n") + "\n" for kind, text in comments if kind == "setup")
             answers = "".join(text.strip() + "\n" for kind, text in comments if kind == "answer")
+            if what.startswith("from "):
+                self.find(line, match["code"], self.root / what.removeprefix("from "))
+                continue
+            if what in ("untried", "read") and (name := self.library.unknown(match["code"])):
+                self.fail(line, f"the type library has no {name}")
             if what == "untried":
                 if "not tried" not in self.text.lower():
                     self.fail(line, "the page does not say that this is not tried")
@@ -72,13 +108,20 @@ class Page:
             if not (self.path.parent / link).exists():
                 self.fail(self.text.count("\n", 0, self.text.index(link)) + 1, f"a link leads nowhere: {link}")
 
+    def find(self, line, code, sample):
+        def lines(text):
+            return "".join(f"\n{part.strip()}" for part in text.splitlines()) + "\n"
+
+        if not sample.is_file() or lines(code) not in lines(sample.read_text(encoding="utf-8")):
+            self.fail(line, f"this is not in {sample.relative_to(self.root)}")
+
     def one(self, language, what, line, code, setup, answers):
         if language == "cpp":
             self.program = self.write("cpp_" + what, line, ".cpp", self.unit(code, setup, line))
         elif language in ("vbscript", "javascript", "vba"):
             if language == "vba":
                 code, setup = (re.sub(r" As (?:New )?[\w.]+", "", part) for part in (code, setup))
-                code = code.replace("Debug.Print", "WScript.Echo")
+                code = code.replace("Debug.Print", "WScript.Echo").replace("Private WithEvents ", "Private ")
             if what == "read":  # event handlers and other procedures, that only a form would call
                 code, what = code.replace("Private Sub", "Sub"), "run"
             if what == "run":
