@@ -1,37 +1,16 @@
 #include "automation/controls/control_browsing.h"
 
 #include <algorithm>
-#include <memory>
-#include <string_view>
 
 #include "automation/com/convert.h"
+#include "automation/controls/pages/property_page.h"
+#include "automation/controls/task_memory.h"
 
 namespace tornby::automation {
 namespace {
 
-struct TaskMemory {
-  void operator()(void* block) const { ::CoTaskMemFree(block); }
-};
-
-/// An array that the caller frees.
-template <class Item>
-std::unique_ptr<Item[], TaskMemory> task_array(std::size_t count) {
-  auto* block = static_cast<Item*>(::CoTaskMemAlloc(count * sizeof(Item)));
-  if (!block && count > 0) throw ComError(E_OUTOFMEMORY);
-  std::fill_n(block, count, Item{});
-  return std::unique_ptr<Item[], TaskMemory>(block);
-}
-
-LPOLESTR task_string(std::wstring_view text) {
-  auto* copy = static_cast<LPOLESTR>(::CoTaskMemAlloc((text.size() + 1) * sizeof(OLECHAR)));
-  if (!copy) throw ComError(E_OUTOFMEMORY);
-  std::copy(text.begin(), text.end(), copy);
-  copy[text.size()] = L'\0';
-  return copy;
-}
-
-/// The system's stock pages.
-const CLSID* stock_page(PropertyTraits::Page page) {
+/// The system's stock pages, and our own for the rest.
+const CLSID* page_id(PropertyTraits::Page page) {
   switch (page) {
     case PropertyTraits::Page::color:
       return &CLSID_CColorPropPage;
@@ -39,10 +18,10 @@ const CLSID* stock_page(PropertyTraits::Page page) {
       return &CLSID_CFontPropPage;
     case PropertyTraits::Page::picture:
       return &CLSID_CPicturePropPage;
-    case PropertyTraits::Page::none:
+    case PropertyTraits::Page::own:
       break;
   }
-  return nullptr;
+  return &property_page_id;
 }
 
 class PageList {
@@ -67,14 +46,14 @@ HRESULT ControlBrowsing::GetPages(CAUUID* pages) {
   if (!pages) return E_POINTER;
   *pages = {};
   return run([&] {
-    constexpr PropertyTraits::Page order[] = {PropertyTraits::Page::color, PropertyTraits::Page::font,
-                                              PropertyTraits::Page::picture};
+    constexpr PropertyTraits::Page order[] = {PropertyTraits::Page::own, PropertyTraits::Page::color,
+                                              PropertyTraits::Page::font, PropertyTraits::Page::picture};
     auto list = task_array<GUID>(std::size(order));
     ULONG count = 0;
     for (const PropertyTraits::Page page : order) {
       const auto known = traits();
       if (std::any_of(known.begin(), known.end(), [&](const auto& one) { return one.page == page; }))
-        list[count++] = *stock_page(page);
+        list[count++] = *page_id(page);
     }
     *pages = {count, list.release()};
   });
@@ -107,9 +86,8 @@ HRESULT ControlBrowsing::MapPropertyToPage(DISPID property, CLSID* page) {
   if (!page) return E_POINTER;
   *page = CLSID_NULL;
   const PropertyTraits* known = find(property);
-  const CLSID* stock = known ? stock_page(known->page) : nullptr;
-  if (!stock) return PERPROP_E_NOPAGEAVAILABLE;
-  *page = *stock;
+  if (!known) return PERPROP_E_NOPAGEAVAILABLE;
+  *page = *page_id(known->page);
   return S_OK;
 }
 
@@ -126,7 +104,7 @@ HRESULT ControlBrowsing::GetPredefinedStrings(DISPID property, CALPOLESTR* names
     try {
       for (std::size_t i = 0; i < count; ++i) {
         values[i] = static_cast<DWORD>(i);
-        texts[i] = task_string(known->choices[i].name);
+        texts[i] = task_text(known->choices[i].name).release();
       }
     } catch (...) {
       for (std::size_t i = 0; i < count; ++i) ::CoTaskMemFree(texts[i]);

@@ -19,7 +19,7 @@ namespace tornby::automation {
 
 /// What designers know of one property beside its type.
 struct PropertyTraits {
-  enum class Page { none, color, font, picture };
+  enum class Page { own, color, font, picture };
   struct Choice {
     SHORT value;
     const wchar_t* name;
@@ -27,7 +27,7 @@ struct PropertyTraits {
 
   DISPID id;
   int category;
-  Page page = Page::none;
+  Page page = Page::own;
   std::span<const Choice> choices = {};
 };
 

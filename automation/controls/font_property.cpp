@@ -4,30 +4,6 @@
 
 namespace tornby::automation {
 
-/// Hears of the font object's changes until it is cut off.
-class FontProperty::Listener final : public Counted<IPropertyNotifySink> {
- public:
-  explicit Listener(FontProperty& owner) : owner_(&owner) {}
-  void cut() { owner_ = nullptr; }
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-    if (!object) return E_POINTER;
-    *object = nullptr;
-    if (iid != IID_IUnknown && iid != IID_IPropertyNotifySink) return E_NOINTERFACE;
-    AddRef();
-    *object = static_cast<IPropertyNotifySink*>(this);
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE OnChanged(DISPID) override {
-    if (!owner_) return S_OK;
-    return guarded(IID_IPropertyNotifySink, L"Tornby", [&] { owner_->take(owner_->font_.get()); });
-  }
-  HRESULT STDMETHODCALLTYPE OnRequestEdit(DISPID) override { return S_OK; }
-
- private:
-  FontProperty* owner_;
-};
-
 namespace {
 
 ComPtr<IConnectionPoint> notices_of(IFont* font) {
@@ -52,7 +28,7 @@ ComPtr<IFontDisp> FontProperty::object() {
   if (font_ && now != known_) let_go();
   if (!font_) {
     auto font = make_font(now);
-    auto listener = ComPtr<Listener>::adopt(new Listener(*this));
+    auto listener = ComPtr<ChangeSink>::adopt(new ChangeSink([this] { take(font_.get()); }));
     if (const auto point = notices_of(font.get())) check(point->Advise(listener.get(), &cookie_));
     font_ = std::move(font);
     listener_ = std::move(listener);
@@ -80,7 +56,7 @@ void FontProperty::let_go() {
   listener_->cut();
   if (const auto point = notices_of(font_.get())) point->Unadvise(cookie_);
   font_ = ComPtr<IFont>();
-  listener_ = ComPtr<Listener>();
+  listener_ = ComPtr<ChangeSink>();
 }
 
 }  // namespace tornby::automation

@@ -3,7 +3,7 @@
 
 #include <functional>
 
-#include "automation/com/counted.h"
+#include "automation/controls/change_sink.h"
 #include "controls/values.h"
 
 namespace tornby::automation {
@@ -22,8 +22,6 @@ class FontProperty {
   void assign(IUnknown* font);
 
  private:
-  class Listener;
-
   void let_go();
   void take(IUnknown* font);
 
@@ -31,7 +29,7 @@ class FontProperty {
   std::function<void(const Font&)> write_;
   ComPtr<IFont> font_;
   Font known_;  // what font_ stands for; the control may have got another one since
-  ComPtr<Listener> listener_;
+  ComPtr<ChangeSink> listener_;
   DWORD cookie_ = 0;
 };
 

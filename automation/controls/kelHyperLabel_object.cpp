@@ -49,7 +49,7 @@ class HyperLabelObject final : public ControlObject<IkelHyperLabel, DkelHyperLab
         {DISPID_FONT, font_category, Page::font},
         {6, appearance_category, Page::picture},
         {1, behavior_category},
-        {2, appearance_category, Page::none, alignments},
+        {2, appearance_category, Page::own, alignments},
     };
     return table;
   }

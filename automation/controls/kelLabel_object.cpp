@@ -55,8 +55,8 @@ class LabelObject final : public ControlObject<IkelLabel, DkelLabelEvents, kelLa
         {3, appearance_category},
         {5, behavior_category},
         {6, appearance_category},
-        {2, appearance_category, Page::none, alignments},
-        {4, appearance_category, Page::none, places},
+        {2, appearance_category, Page::own, alignments},
+        {4, appearance_category, Page::own, places},
     };
     return table;
   }

@@ -8,6 +8,7 @@ namespace tornby::automation {
 
 // Each class object's source defines its own.
 #define TORNBY_CLASS(name, clsid, description) HRESULT create_##name(REFIID iid, void** object);
+#define TORNBY_PAGE TORNBY_CLASS
 #include "automation/server/classes.inc"
 #undef TORNBY_CLASS
 
@@ -32,6 +33,7 @@ constexpr DWORD sum(std::initializer_list<DWORD> bits) {
 #define TORNBY_CLASS(name, clsid, description) {L"" #name, L"" clsid, L"" description, create_##name},
 #define TORNBY_CONTROL(name, clsid, description, picture, ...) \
   {L"" #name, L"" clsid, L"" description, create_##name, picture, sum({__VA_ARGS__})},
+#define TORNBY_PAGE(name, clsid, description) {L"" #name, L"" clsid, L"" description, create_##name, 0, 0, true},
 constexpr ClassEntry table[] = {
 #include "automation/server/classes.inc"
 };

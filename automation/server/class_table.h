@@ -14,6 +14,7 @@ struct ClassEntry {
   HRESULT (*create)(REFIID iid, void** object);
   int toolbox_picture = 0;  // a bitmap's resource number; 0 for a class that is no control
   DWORD misc_status = 0;    // OLEMISC bits: how containers treat the control
+  bool is_page = false;     // a property page: it has no name for programs
 
   bool is_control() const { return toolbox_picture != 0; }
 

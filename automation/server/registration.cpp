@@ -73,6 +73,7 @@ void register_class(HKEY root, const ClassEntry& entry, const std::wstring& dll,
   const RegistryKey key = RegistryKey::create(root, clsid_path(entry));
   key.set(L"", entry.description);
   key.add(L"InprocServer32", dll).set(L"ThreadingModel", L"Apartment");
+  if (entry.is_page) return;
   key.add(L"ProgID", versioned_prog_id(entry));
   key.add(L"VersionIndependentProgID", prog_id(entry));
   key.add(L"Programmable");
@@ -103,6 +104,7 @@ bool other_word_size_registered(HKEY root, const ClassEntry& entry) {
 
 void unregister_class(HKEY root, const ClassEntry& entry) {
   delete_key(root, clsid_path(entry));
+  if (entry.is_page) return;
   if (other_word_size_registered(root, entry)) return;
   delete_key(root, classes_path + prog_id(entry));
   delete_key(root, classes_path + versioned_prog_id(entry));

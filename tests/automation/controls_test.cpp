@@ -1,6 +1,7 @@
 // What the ActiveX controls do whether they are in place or not: notices, settings, drawing, ambient properties.
 #include <gtest/gtest.h>
 
+#include "automation/controls/pages/property_page.h"
 #include "placed_control.h"
 
 namespace tornby {
@@ -312,8 +313,9 @@ TEST(Controls, ShowDesignersNamesPagesAndCategories) {
     ::CoTaskMemFree(pages.pElems);
     return list;
   };
-  EXPECT_EQ(pages_of(CLSID_kelLabel), (std::vector<CLSID>{CLSID_CColorPropPage, CLSID_CFontPropPage}));
-  EXPECT_EQ(pages_of(CLSID_kelHyperLabel).size(), 3u);
+  EXPECT_EQ(pages_of(CLSID_kelLabel),
+            (std::vector<CLSID>{automation::property_page_id, CLSID_CColorPropPage, CLSID_CFontPropPage}));
+  EXPECT_EQ(pages_of(CLSID_kelHyperLabel).size(), 4u);
 
   const auto label = server.create<IkelLabel>(CLSID_kelLabel);
   const auto browsing = as<IPerPropertyBrowsing>(label);
@@ -344,7 +346,9 @@ TEST(Controls, ShowDesignersNamesPagesAndCategories) {
   CLSID page = {};
   EXPECT_EQ(browsing->MapPropertyToPage(DISPID_FONT, &page), S_OK);
   EXPECT_EQ(page, CLSID_CFontPropPage);
-  EXPECT_EQ(browsing->MapPropertyToPage(vertical, &page), PERPROP_E_NOPAGEAVAILABLE);
+  EXPECT_EQ(browsing->MapPropertyToPage(vertical, &page), S_OK);
+  EXPECT_EQ(page, automation::property_page_id);
+  EXPECT_EQ(browsing->MapPropertyToPage(50, &page), PERPROP_E_NOPAGEAVAILABLE);
 }
 
 TEST(Controls, AreReadyInOneCallAndOfferVerbs) {

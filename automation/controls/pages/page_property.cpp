@@ -1,0 +1,107 @@
+#include "automation/controls/pages/page_property.h"
+
+#include <algorithm>
+#include <functional>
+#include <optional>
+
+namespace tornby::automation {
+namespace {
+
+/// What GetPredefinedStrings hands out.
+class NamedValues {
+ public:
+  NamedValues(IPerPropertyBrowsing* browsing, DISPID property) {
+    if (FAILED(browsing->GetPredefinedStrings(property, &names_, &cookies_))) names_ = {}, cookies_ = {};
+  }
+  ~NamedValues() {
+    for (ULONG i = 0; i < names_.cElems; ++i) ::CoTaskMemFree(names_.pElems[i]);
+    ::CoTaskMemFree(names_.pElems);
+    ::CoTaskMemFree(cookies_.pElems);
+  }
+  NamedValues(const NamedValues&) = delete;
+  NamedValues& operator=(const NamedValues&) = delete;
+
+  ULONG size() const { return std::min(names_.cElems, cookies_.cElems); }
+  LPOLESTR name(ULONG index) const { return names_.pElems[index]; }
+  DWORD cookie(ULONG index) const { return cookies_.pElems[index]; }
+
+ private:
+  CALPOLESTR names_ = {};
+  CADWORD cookies_ = {};
+};
+
+std::vector<PageProperty::Choice> choices_of(IPerPropertyBrowsing* browsing, DISPID property) {
+  std::vector<PageProperty::Choice> choices;
+  if (!browsing) return choices;
+  const NamedValues named(browsing, property);
+  for (ULONG i = 0; i < named.size(); ++i) {
+    OwnedVariant value;
+    check(browsing->GetPredefinedValue(property, named.cookie(i), value.get()));
+    check(::VariantChangeType(value.get(), value.get(), 0, VT_I4));
+    choices.push_back({value->lVal, named.name(i)});
+  }
+  return choices;
+}
+
+std::wstring name_of(ITypeInfo* info, MEMBERID member) {
+  BSTR name = nullptr;
+  check(info->GetDocumentation(member, &name, nullptr, nullptr, nullptr));
+  OwnedVariant owner;
+  owner->vt = VT_BSTR;
+  owner->bstrVal = name;
+  return std::wstring(name, ::SysStringLen(name));
+}
+
+void for_each_function(ITypeInfo* info, const std::function<void(const FUNCDESC&)>& visit) {
+  FUNCDESC* function = nullptr;
+  for (UINT index = 0; SUCCEEDED(info->GetFuncDesc(index, &function)); ++index) {
+    const struct Owner {
+      ITypeInfo* info;
+      FUNCDESC* function;
+      ~Owner() { info->ReleaseFuncDesc(function); }
+    } owner{info, function};
+    visit(*function);
+  }
+}
+
+bool is_shown(const FUNCDESC& function) {
+  constexpr WORD kept_back = FUNCFLAG_FHIDDEN | FUNCFLAG_FRESTRICTED | FUNCFLAG_FNONBROWSABLE;
+  return function.invkind == INVOKE_PROPERTYGET && function.cParams == 0 && (function.wFuncFlags & kept_back) == 0;
+}
+
+std::optional<PageProperty::Kind> kind_of(VARTYPE type) {
+  switch (type) {
+    case VT_BSTR:
+      return PageProperty::Kind::text;
+    case VT_I2:
+    case VT_I4:
+      return PageProperty::Kind::number;
+    case VT_BOOL:
+      return PageProperty::Kind::flag;
+    default:
+      return std::nullopt;
+  }
+}
+
+}  // namespace
+
+std::vector<PageProperty> page_properties(ITypeInfo* info, IPerPropertyBrowsing* browsing) {
+  std::vector<MEMBERID> written;
+  for_each_function(info, [&](const FUNCDESC& function) {
+    if (function.invkind == INVOKE_PROPERTYPUT) written.push_back(function.memid);
+  });
+  std::vector<PageProperty> properties;
+  for_each_function(info, [&](const FUNCDESC& function) {
+    const VARTYPE type = function.elemdescFunc.tdesc.vt;
+    const auto kind = kind_of(type);
+    if (!kind || !is_shown(function)) return;
+    if (std::find(written.begin(), written.end(), function.memid) == written.end()) return;
+    PageProperty found{function.memid, name_of(info, function.memid), *kind, type, {}};
+    if (found.kind == PageProperty::Kind::number) found.choices = choices_of(browsing, found.id);
+    if (!found.choices.empty()) found.kind = PageProperty::Kind::choice;
+    properties.push_back(std::move(found));
+  });
+  return properties;
+}
+
+}  // namespace tornby::automation

@@ -1,0 +1,210 @@
+// The property page of the controls, by itself and in frames, used as by keys and mouse.
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "automation/controls/pages/property_page.h"
+#include "dialogs/answering.h"
+#include "placed_control.h"
+
+namespace tornby {
+namespace {
+
+using namespace testing;
+using automation::property_page_id;
+
+/// A frame's part of the talk with a page.
+class FakePageSite final : public OnStack<IPropertyPageSite> {
+ public:
+  std::vector<DWORD> statuses;
+  int keys = 0;
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void** object) override {
+    *object = nullptr;
+    return E_NOINTERFACE;
+  }
+  HRESULT STDMETHODCALLTYPE OnStatusChange(DWORD status) override {
+    statuses.push_back(status);
+    return E_FAIL;  // which is no reason for a page to stumble
+  }
+  HRESULT STDMETHODCALLTYPE GetLocaleID(LCID*) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE GetPageContainer(IUnknown**) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE TranslateAccelerator(MSG*) override {
+    ++keys;
+    return S_OK;
+  }
+};
+
+std::wstring text_of(HWND window) {
+  wchar_t text[200] = {};
+  ::SendMessageW(window, WM_GETTEXT, 200, reinterpret_cast<LPARAM>(text));
+  return text;
+}
+
+/// The child that a label or its own text names, as it would be called to somebody who cannot see it.
+HWND child_named(HWND parent, const std::wstring& name) {
+  for (HWND child = ::GetWindow(parent, GW_CHILD); child; child = ::GetWindow(child, GW_HWNDNEXT)) {
+    std::wstring text = text_of(child);
+    std::erase(text, L'&');
+    std::erase(text, L':');
+    wchar_t kind[20] = {};
+    ::GetClassNameW(child, kind, 20);
+    if (text == name && std::wstring(kind) == L"Button") return child;
+    if (text == name && std::wstring(kind) == L"Static") return ::GetWindow(child, GW_HWNDNEXT);
+  }
+  ADD_FAILURE() << "no field " << std::string(name.begin(), name.end());
+  return nullptr;
+}
+
+void click(HWND button) {
+  ::SendMessageW(button, BM_CLICK, 0, 0);
+}
+void type(HWND field, const wchar_t* text) {
+  ::SendMessageW(field, EM_SETSEL, 0, -1);
+  ::SendMessageW(field, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(text));
+}
+void choose(HWND list, int place) {
+  ::SendMessageW(list, CB_SETCURSEL, static_cast<WPARAM>(place), 0);
+  ::SendMessageW(::GetParent(list), WM_COMMAND, MAKEWPARAM(::GetDlgCtrlID(list), CBN_SELCHANGE),
+                 reinterpret_cast<LPARAM>(list));
+}
+
+/// A page of some objects, shown in the container's window.
+struct OpenPage {
+  template <class... Objects>
+  OpenPage(const Server& server, FakeContainer& container, const Objects&... shown) {
+    page = server.create<IPropertyPage2>(property_page_id);
+    IUnknown* objects[] = {shown.get()...};
+    EXPECT_EQ(page->SetPageSite(&site), S_OK);
+    EXPECT_EQ(page->SetObjects(sizeof...(shown), objects), S_OK);
+    EXPECT_EQ(page->Activate(container.window(), &place, FALSE), S_OK);
+    EXPECT_EQ(page->Show(SW_SHOW), S_OK);
+    window = ::GetWindow(container.window(), GW_CHILD);
+  }
+  ~OpenPage() {
+    page->Deactivate();
+    page->SetObjects(0, nullptr);
+    page->SetPageSite(nullptr);
+  }
+  HWND field(const wchar_t* name) const { return child_named(window, name); }
+
+  FakePageSite site;
+  ComPtr<IPropertyPage2> page;
+  RECT place = {0, 0, 400, 300};
+  HWND window = nullptr;
+};
+
+std::wstring caption_of(IkelLabel* label) {
+  Bstr caption;
+  label->get_Caption(caption.address());
+  return static_cast<BSTR>(caption);
+}
+
+TEST(PropertyPage, ChangesNothingBeforeItIsTold) {
+  const Server server;
+  FakeContainer container;
+  const auto label = server.create<IkelLabel>(CLSID_kelLabel);
+  {
+    const OpenPage open(server, container, label);
+    EXPECT_EQ(text_of(open.field(L"Caption")), L"Label1");
+    EXPECT_EQ(text_of(open.field(L"VerticalAlignment")), L"Centre");
+    EXPECT_EQ(::SendMessageW(open.field(L"DisplayRubberBand"), BM_GETCHECK, 0, 0), BST_CHECKED);
+    EXPECT_EQ(open.page->IsPageDirty(), S_FALSE);
+    EXPECT_FALSE(::IsWindowEnabled(open.field(L"Revert")));
+
+    type(open.field(L"Caption"), L"Two\r\nlines");
+    choose(open.field(L"VerticalAlignment"), 2);
+    click(open.field(L"WordWrap"));
+    EXPECT_EQ(open.site.statuses, (std::vector<DWORD>{PROPPAGESTATUS_DIRTY}));
+    EXPECT_EQ(caption_of(label.get()), L"Label1");
+    label->put_Caption(Bstr(L"by others"));
+    label->put_AutoSize(VARIANT_FALSE);
+    EXPECT_EQ(text_of(open.field(L"Caption")), L"Two\r\nlines") << "what the user has entered stays";
+    EXPECT_EQ(::SendMessageW(open.field(L"AutoSize"), BM_GETCHECK, 0, 0), BST_UNCHECKED);
+
+    EXPECT_EQ(open.page->Apply(), S_OK);
+    EXPECT_EQ(open.page->IsPageDirty(), S_FALSE);
+    EXPECT_EQ(open.site.statuses.back(), static_cast<DWORD>(PROPPAGESTATUS_CLEAN));
+    LONG vertical = 0;
+    VARIANT_BOOL wraps = VARIANT_FALSE;
+    label->get_VerticalAlignment(&vertical);
+    label->get_WordWrap(&wraps);
+    EXPECT_EQ(caption_of(label.get()), L"Two\r\nlines");
+    EXPECT_EQ(vertical, 2);
+    EXPECT_EQ(wraps, VARIANT_TRUE);
+
+    click(open.field(L"Revert"));
+    EXPECT_EQ(text_of(open.field(L"Caption")), L"Label1");
+    EXPECT_EQ(caption_of(label.get()), L"Two\r\nlines");
+    EXPECT_EQ(open.page->Apply(), S_OK);
+    EXPECT_EQ(caption_of(label.get()), L"Label1");
+    type(open.field(L"Caption"), L"never applied");
+  }
+  EXPECT_EQ(caption_of(label.get()), L"Label1");
+}
+
+TEST(PropertyPage, ShowsSeveralObjectsAtOnce) {
+  const Server server;
+  FakeContainer container;
+  const auto one = server.create<IkelLabel>(CLSID_kelLabel), other = server.create<IkelLabel>(CLSID_kelLabel);
+  one->put_Caption(Bstr(L"one"));
+  one->put_WordWrap(VARIANT_TRUE);
+  one->put_VerticalAlignment(9);
+  const OpenPage open(server, container, one, other);
+  EXPECT_EQ(text_of(open.field(L"Caption")), L"");
+  EXPECT_EQ(text_of(open.field(L"VerticalAlignment")), L"");
+  EXPECT_EQ(::SendMessageW(open.field(L"WordWrap"), BM_GETCHECK, 0, 0), BST_INDETERMINATE);
+  click(open.field(L"UseBorderLines"));
+  EXPECT_EQ(open.page->Apply(), S_OK);
+  EXPECT_EQ(caption_of(one.get()) + caption_of(other.get()), L"oneLabel1") << "they keep what differs";
+  VARIANT_BOOL borders[2] = {};
+  one->get_UseBorderLines(&borders[0]);
+  other->get_UseBorderLines(&borders[1]);
+  EXPECT_TRUE(borders[0] && borders[1]);
+  type(open.field(L"Caption"), L"both");
+  EXPECT_EQ(open.page->Apply(), S_OK);
+  EXPECT_EQ(caption_of(one.get()) + caption_of(other.get()), L"bothboth");
+  click(open.field(L"Revert"));
+  EXPECT_EQ(open.page->Apply(), S_OK);
+  EXPECT_EQ(caption_of(one.get()) + caption_of(other.get()), L"oneLabel1");
+
+  // Of different classes only what they share, and a number without a name as a number.
+  const auto link = server.create<IkelHyperLabel>(CLSID_kelHyperLabel);
+  IUnknown* mixed[] = {link.get(), one.get()};
+  EXPECT_EQ(open.page->SetObjects(2, mixed), S_OK);
+  const HWND shared = ::GetWindow(container.window(), GW_CHILD);
+  EXPECT_EQ(text_of(child_named(shared, L"Alignment")), L"Left");
+  IUnknown* alone = one.get();
+  EXPECT_EQ(open.page->SetObjects(1, &alone), S_OK);
+  EXPECT_EQ(text_of(child_named(::GetWindow(container.window(), GW_CHILD), L"VerticalAlignment")), L"9");
+}
+
+TEST(PropertyPage, ExplainsWhatCannotBeAppliedAndLosesNothing) {
+  const Server server;
+  FakeContainer container;
+  const auto browse = server.create<IkelBrowseButton>(CLSID_kelBrowseButton);
+  const OpenPage open(server, container, browse);
+  for (const wchar_t* number : {L"", L"many", L"12 3", L"99999999999", L"2147483648"}) {
+    type(open.field(L"Text"), L"kept");
+    type(open.field(L"MaxLength"), number);
+    Answers answers{press(ok_button)};
+    EXPECT_EQ(open.page->Apply(), CTL_E_INVALIDPROPERTYVALUE);
+    EXPECT_EQ(answers.seen(), std::vector<std::string>{"Properties"});
+    EXPECT_EQ(::GetFocus(), open.field(L"MaxLength"));
+    Bstr text;
+    browse->get_Text(text.address());
+    EXPECT_EQ(::SysStringLen(text), 0u) << "nothing is written before all is right";
+    EXPECT_EQ(open.page->IsPageDirty(), S_OK);
+    EXPECT_EQ(text_of(open.field(L"Text")), L"kept");
+  }
+  type(open.field(L"MaxLength"), L" 12 ");
+  EXPECT_EQ(open.page->Apply(), S_OK);
+  LONG length = 0;
+  browse->get_MaxLength(&length);
+  EXPECT_EQ(length, 12);
+}
+
+}  // namespace
+}  // namespace tornby
