@@ -25,6 +25,14 @@ Ring inner_ring(UINT edge, UINT flags) {
   return edge & BDR_RAISEDINNER ? Ring{COLOR_3DHIGHLIGHT, COLOR_3DSHADOW} : Ring{COLOR_3DDKSHADOW, COLOR_3DLIGHT};
 }
 
+/// Whether characters change places when the line is drawn.
+bool is_reordered(const String& line, UINT format) {
+  if (format & DT_RTLREADING) return true;
+  std::vector<WORD> kinds(line.size());
+  ::GetStringTypeW(CT_CTYPE2, wide(line), static_cast<int>(line.size()), kinds.data());
+  return std::find(kinds.begin(), kinds.end(), C2_RIGHTTOLEFT) != kinds.end();
+}
+
 }  // namespace
 
 Canvas::Canvas(HDC context, SIZE size, const RECT& area)
@@ -124,27 +132,42 @@ void Canvas::scaled_text(const String& text, const RECT& area, UINT format, cons
       make_font(description, SIZE{static_cast<LONG>(std::lround(width)), static_cast<LONG>(std::lround(height))});
   const Selection selection(context_, font.get());
 
-  std::vector<INT> advances;
   LONG top = area.top;
   for (const TextLine& line : text_lines(screen_font, text, area.right - area.left, format)) {
-    const LONG slack = area.right - area.left - line.width();
-    const LONG left = area.left + (format & DT_RIGHT ? slack : format & DT_CENTER ? slack / 2 : 0);
-    advances.clear();
-    LONG before = target_x(left);
-    for (const int end : line.ends) {
-      const LONG after = target_x(left + end);
-      advances.push_back(std::abs(after - before));
-      before = after;
-    }
-    ::ExtTextOutW(context_, target_x(left), target_y(top), format & DT_RTLREADING ? ETO_RTLREADING : 0, nullptr,
-                  wide(line.text), static_cast<UINT>(line.text.size()), advances.data());
-    if (line.marked < line.text.size()) {
-      const LONG start = line.marked == 0 ? 0 : line.ends[line.marked - 1];
-      const LONG base = top + metrics.tmAscent;
-      fill({left + start, base + 1, left + line.ends[line.marked], base + 2}, ::GetTextColor(context_));
+    if (is_reordered(line.text, format)) {
+      reordered_line(line.text, area, top, format);
+    } else {
+      placed_line(line, area, top, format, metrics.tmAscent);
     }
     top += metrics.tmHeight;
   }
+}
+
+void Canvas::placed_line(const TextLine& line, const RECT& area, LONG top, UINT format, LONG ascent) const {
+  const LONG slack = area.right - area.left - line.width();
+  const LONG left = area.left + (format & DT_RIGHT ? slack : format & DT_CENTER ? slack / 2 : 0);
+  std::vector<INT> advances;
+  LONG before = target_x(left);
+  for (const int end : line.ends) {
+    const LONG after = target_x(left + end);
+    advances.push_back(std::abs(after - before));
+    before = after;
+  }
+  ::ExtTextOutW(context_, target_x(left), target_y(top), 0, nullptr, wide(line.text),
+                static_cast<UINT>(line.text.size()), advances.data());
+  if (line.marked >= line.text.size()) return;
+  const LONG start = line.marked == 0 ? 0 : line.ends[line.marked - 1];
+  const LONG base = top + ascent;
+  fill({left + start, base + 1, left + line.ends[line.marked], base + 2}, ::GetTextColor(context_));
+}
+
+void Canvas::reordered_line(const String& line, const RECT& area, LONG top, UINT format) const {
+  const bool right = (format & DT_RIGHT) != 0, centre = (format & DT_CENTER) != 0;
+  const LONG x = right ? area.right : centre ? (area.left + area.right) / 2 : area.left;
+  const UINT before = ::SetTextAlign(context_, TA_TOP | (right ? TA_RIGHT : centre ? TA_CENTER : TA_LEFT));
+  ::ExtTextOutW(context_, target_x(x), target_y(top), format & DT_RTLREADING ? ETO_RTLREADING : 0, nullptr, wide(line),
+                static_cast<UINT>(line.size()), nullptr);
+  ::SetTextAlign(context_, before);
 }
 
 }  // namespace tornby::windows

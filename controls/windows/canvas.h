@@ -5,6 +5,8 @@
 
 namespace tornby::windows {
 
+struct TextLine;
+
 /// One pixel of the control is one unit of the device context, or as large as a rectangle of the target makes it: then
 /// everything is drawn at the target's own resolution. The target's mapping is never touched, so that it may be any,
 /// and the target a metafile of either kind.
@@ -37,9 +39,14 @@ class Canvas {
  private:
   LONG target_x(LONG x) const;
   LONG target_y(LONG y) const;
-  /// Every character stands where it stands on the screen, whatever the widths of the target's own font.
+  /// Every character stands where it stands on the screen, whatever the widths of the target's own font, unless
+  /// characters change places.
   void scaled_text(const String& text, const RECT& area, UINT format, const Font& description, int dots_per_inch,
                    HFONT screen_font) const;
+  void placed_line(const TextLine& line, const RECT& area, LONG top, UINT format, LONG ascent) const;
+  /// The system knows the order of characters and their forms; only the line as a whole stands where it does on the
+  /// screen, and no mnemonic is marked.
+  void reordered_line(const String& line, const RECT& area, LONG top, UINT format) const;
 
   HDC context_;
   bool exact_ = true;

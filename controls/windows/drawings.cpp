@@ -16,7 +16,7 @@ struct Painter {
   }
   void operator()(const Edge& edge) const {
     last_error.of([&] { canvas.edge(to_rect(edge.area), edge.edge, edge.flags); });
-    const COLORREF line = ::GetSysColor(COLOR_WINDOWFRAME);
+    const COLORREF line = ::GetSysColor(COLOR_BTNTEXT);
     if (as_default) canvas.frame(to_rect(edge.area), line, line);
   }
   void operator()(const Box& box) const {

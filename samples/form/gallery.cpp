@@ -15,8 +15,17 @@ using tornby::kelHyperLabel;
 using tornby::kelLabel;
 
 constexpr int columns = 4;
-constexpr SIZE cell = {160, 44};
-constexpr int gap = 12;
+
+/// Of the screen, for a length at 96 dots per inch.
+int pixels(int length) {
+  const HDC screen = ::GetDC(nullptr);
+  const int scaled = ::MulDiv(length, ::GetDeviceCaps(screen, LOGPIXELSX), 96);
+  ::ReleaseDC(nullptr, screen);
+  return scaled;
+}
+
+const SIZE cell = {pixels(160), pixels(44)};
+const int gap = pixels(12);
 
 /// A window that holds controls, from left to right and row by row.
 class Gallery {
@@ -28,16 +37,17 @@ class Gallery {
     description.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
     description.lpszClassName = L"TornbyGallery";
     ::RegisterClassW(&description);
-    window_ = ::CreateWindowExW(0, description.lpszClassName, L"Tornby controls", WS_CAPTION | WS_SYSMENU,
-                                CW_USEDEFAULT, CW_USEDEFAULT, 712, 316, nullptr, nullptr, nullptr, nullptr);
+    window_ =
+        ::CreateWindowExW(0, description.lpszClassName, L"Tornby controls", WS_CAPTION | WS_SYSMENU, CW_USEDEFAULT,
+                          CW_USEDEFAULT, pixels(712), pixels(316), nullptr, nullptr, nullptr, nullptr);
   }
 
   template <class C>
-  tornby::windows::ControlWindow<C>& add(int height = cell.cy) {
+  tornby::windows::ControlWindow<C>& add(int height = 44) {
     const int left = gap + count_ % columns * (cell.cx + gap);
     const int top = gap + count_ / columns * (cell.cy + gap);
     ++count_;
-    last_place_ = {left, top, left + cell.cx, top + height};
+    last_place_ = {left, top, left + cell.cx, top + pixels(height)};
     const auto control = std::make_shared<tornby::windows::ControlWindow<C>>(window_, last_place_);
     controls_.push_back(control);
     return *control;

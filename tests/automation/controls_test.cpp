@@ -276,7 +276,7 @@ TEST(Controls, FollowTheFormsDirectionLookAndDefaultButton) {
     RECT client = {};
     ::GetClientRect(window, &client);
     const HDC context = ::GetDC(window);
-    EXPECT_EQ(::GetPixel(context, client.right - 5, 0) == ::GetSysColor(COLOR_WINDOWFRAME), is_default);
+    EXPECT_EQ(::GetPixel(context, client.right - 5, 0) == ::GetSysColor(COLOR_BTNTEXT), is_default);
     ::ReleaseDC(window, context);
   };
   expect(true, 0, true);

@@ -199,7 +199,7 @@ TEST(DefaultButton, HasAFrame) {
   const auto site = std::make_shared<Surrounding>();
   ControlWindow<kelBrowseButton> browse(form, {10, 10, 210, 40}, site);
   browse->BorderApperance(0);
-  const COLORREF frame = ::GetSysColor(COLOR_WINDOWFRAME);
+  const COLORREF frame = ::GetSysColor(COLOR_BTNTEXT);
   ASSERT_NE(color_at(browse.window(), 190, 0), frame);
   for (const bool is_default : {true, false}) {
     site->is_default = is_default;
