@@ -55,7 +55,9 @@ int main(int argc, char** argv) {
       {"control_streams", fuzz::control_streams, 1},
       {"dialog_memory", fuzz::dialog_memory, 4},
       {"hex", fuzz::hex, 1},
+#ifndef _WIN32  // for want of zlib
       {"kernels", fuzz::kernels, 1},
+#endif
       {"paths", fuzz::paths, 1},
       {"settings", fuzz::settings, 1},
       {"tag_finder", fuzz::tag_finder, 4},

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+extern "C" void SetOaNoCache();  // which no header declares
+
 namespace tornby::testing {
 
 std::wstring dll_path() {
@@ -11,6 +13,7 @@ std::wstring dll_path() {
 }
 
 Server::Server() : library_(nullptr) {
+  SetOaNoCache();  // so that a freed string is freed
   EXPECT_TRUE(SUCCEEDED(::CoInitialize(nullptr)));
   library_ = ::LoadLibraryW(dll_path().c_str());
   if (!library_) ADD_FAILURE() << "tornby.dll does not load: " << ::GetLastError();
