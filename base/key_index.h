@@ -33,9 +33,13 @@ class KeyIndex {
   template <class IsIt>
   std::size_t find(std::uint32_t hash, IsIt is_it) const {
     if (table_.empty()) return none;
-    for (std::size_t i = hash & mask(); table_[i].hash != 0; i = (i + 1) & mask())
-      if (table_[i].hash == hash && is_it(std::size_t{table_[i].place})) return table_[i].place;
-    return none;
+    const Entry* const table = table_.data();
+    const std::size_t last = mask();
+    for (std::size_t i = hash & last;; i = (i + 1) & last) {
+      const std::size_t place = table[i].place;
+      if (table[i].hash == hash && is_it(place)) return place;
+      if (table[i].hash == 0) return none;
+    }
   }
 
   /// A failure leaves everything as it was.

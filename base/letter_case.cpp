@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "base/letter_case_ranges.h"
+#include "base/letter_vectors.h"
 
 namespace tornby {
 
@@ -21,9 +22,31 @@ String upper(StringView text) {
   return result;
 }
 
-bool equal_ignoring_case(StringView a, StringView b) {
+namespace {
+
+[[gnu::noinline]] bool equal_unit_by_unit(StringView a, StringView b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(),
                     [](char16_t x, char16_t y) { return x == y || upper(x) == upper(y); });
+}
+
+}  // namespace
+
+bool equal_ignoring_case(StringView a, StringView b) {
+#ifdef __SSE2__
+  if (a.size() != b.size()) return false;
+  if (a.size() >= letter_vectors::least) {
+    const __m128i case_bits = _mm_set1_epi16(0x20), none = _mm_setzero_si128();
+    __m128i all = none, differences = none;
+    const auto compare = [&](__m128i x, __m128i y) {
+      all = _mm_or_si128(all, _mm_or_si128(x, y));
+      const __m128i ignored = letter_vectors::lower_letters(_mm_or_si128(x, case_bits));
+      differences = _mm_or_si128(differences, _mm_andnot_si128(ignored, _mm_xor_si128(x, y)));
+    };
+    letter_vectors::for_each(a.size(), compare, a.data(), b.data());
+    if (letter_vectors::is_ascii(all)) return _mm_movemask_epi8(_mm_cmpeq_epi8(differences, none)) == 0xFFFF;
+  }
+#endif
+  return equal_unit_by_unit(a, b);
 }
 
 }  // namespace tornby

@@ -2,6 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <set>
+#include <vector>
+
+#include "base/hashing.h"
+
 namespace tornby {
 namespace {
 
@@ -21,6 +27,39 @@ TEST(LetterCase, UpperCaseIsStableAndUnambiguous) {
   }
   EXPECT_EQ(std::count(sources.begin(), sources.end(), 2), 1136);  // the letters of the table
   EXPECT_EQ(*std::max_element(sources.begin(), sources.end()), 2);
+}
+
+// Two texts that differ in one unit, in every place of every length around what vectors take.
+TEST(LetterCase, ComparesAndHashesAsRaisedTextsDo) {
+  for (std::size_t size = 1; size <= 20; ++size) {
+    for (std::size_t at = 0; at < size; ++at) {
+      for (char16_t unit = 0; unit < 0x180; ++unit) {
+        for (const char16_t other : {static_cast<char16_t>(unit ^ 0x20), static_cast<char16_t>(unit + 0x100)}) {
+          String a(size, u'k'), b(size, u'K');
+          a[at] = unit;
+          b[at] = other;
+          const bool same = upper(a) == upper(b);
+          ASSERT_EQ(equal_ignoring_case(a, b), same) << size << ' ' << at << ' ' << unsigned{unit};
+          ASSERT_TRUE(!same || hashing::hash_ignoring_case(a) == hashing::hash_ignoring_case(b))
+              << size << ' ' << unsigned{unit};
+          ASSERT_FALSE(equal_ignoring_case(a, StringView(b).substr(1)));
+        }
+      }
+    }
+  }
+  // A hash that leaves out a unit or the size would collide here.
+  std::set<std::uint32_t> hashes;
+  std::size_t texts = 0;
+  for (std::size_t size = 0; size <= 600; size += size < 40 ? 1 : 37) {
+    hashes.insert(hashing::hash_ignoring_case(String(size, u'\0')));
+    texts += 1 + size;
+    for (std::size_t at = 0; at < size; ++at) {
+      String text(size, u'\0');
+      text[at] = at % 2 ? u'\u0444' : u'x';
+      hashes.insert(hashing::hash_ignoring_case(text));
+    }
+  }
+  EXPECT_GE(hashes.size(), texts - 2) << "chance allows for one collision in two hundred runs";
 }
 
 }  // namespace
