@@ -7,7 +7,7 @@
 #include "base/runtime_error.h"
 #include "checksums/crc/kernels.h"
 #include "checksums/crc/tables.h"
-#include "platform/large_buffer.h"
+#include "platform/room.h"
 
 namespace tornby {
 namespace {
@@ -27,16 +27,17 @@ std::size_t buffer_size(std::uint64_t file_size) {
   return static_cast<std::size_t>(file_size);
 }
 
-/// Reads the file part by part, each to the start of `buffer` and summed while it is in the cache, so that the rest of
-/// the buffer is never touched: new memory costs more than reading. What is not to be summed is read all the same,
+/// Reads the file through one small block, which stays in the cache, for a new page of memory costs more than reading
+/// it full. A file for whose whole content there is no room is refused. What is not to be summed is read all the same,
 /// since that may fail.
-std::uint32_t read_and_sum(InputFile& file, std::uint8_t* buffer, std::size_t size, bool sums) {
-  constexpr std::size_t part = std::size_t{1} << 18;
+std::uint32_t read_and_sum(InputFile& file, std::size_t size, bool sums) {
+  std::array<std::uint8_t, 1 << 16> block;
+  if (size > block.size()) require_room(size);
   auto crc = static_cast<std::uint32_t>(crc32_start);
   for (std::size_t done = 0; done < size;) {
-    const std::size_t want = std::min(part, size - done);
-    const std::size_t got = file.read({buffer, want});
-    if (sums) crc = crc::update_crc32(crc, buffer, got);
+    const std::size_t want = std::min(block.size(), size - done);
+    const std::size_t got = file.read({block.data(), want});
+    if (sums) crc = crc::update_crc32(crc, block.data(), got);
     if (got < want) break;
     done += got;
   }
@@ -46,11 +47,7 @@ std::uint32_t read_and_sum(InputFile& file, std::uint8_t* buffer, std::size_t si
 /// A failure leaves the file open, as the caller's contract says.
 std::uint32_t sum_whole(InputFile& file, bool sums) {
   try {
-    const std::size_t size = buffer_size(file.size());
-    std::array<std::uint8_t, 1 << 14> small;
-    if (size <= small.size()) return read_and_sum(file, small.data(), size, sums);
-    const LargeBuffer buffer(size);  // which a process may have no room for
-    return read_and_sum(file, buffer.data(), size, sums);
+    return read_and_sum(file, buffer_size(file.size()), sums);
   } catch (...) {
     file.leave_open();
     throw;

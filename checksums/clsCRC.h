@@ -49,7 +49,7 @@ class clsCRC {
   void Algorithm(std::int32_t value);
 
   /// The standard CRC-32 of a whole file, as a 32-bit integer, whatever Algorithm says; the registers stay as they are.
-  /// The file is read in one piece, so it must fit into the process's memory.
+  /// The process must have room for the file's content in one piece, though little of that room is used.
   /// Empty for a file of length 0, and always in a 32-bit process on 64-bit Windows, where nothing is computed.
   /// The 16-bit integer -1 when anything fails: no such file, a folder, no permission, too large for the process (2 GiB
   /// and more in 32 bits). A failure after the file was opened leaves it open until the process ends.
