@@ -33,6 +33,11 @@ if(TORNBY_SYMBOLS AND TARGET tornby_server)
   install(FILES ${PROJECT_BINARY_DIR}/automation/tornby.dll.debug DESTINATION symbols COMPONENT symbols)
 endif()
 
+if(WIN32)  # how to start, at the top of the archive
+  include(cmake/start_text.cmake)
+  install(FILES ${PROJECT_BINARY_DIR}/START.txt DESTINATION . COMPONENT documentation)
+endif()
+
 # The pages as a browser shows them, where tools/docs has made them; else their source.
 set(TORNBY_HTML "" CACHE PATH "The folder of the documentation that tools/docs has made, to install it")
 if(TORNBY_HTML)
