@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "automation/com/convert.h"
+#include "automation/controls/pages/property_frame.h"
 #include "automation/controls/pages/property_page.h"
 #include "automation/controls/task_memory.h"
 
@@ -162,9 +163,7 @@ void ControlBrowsing::show_properties(HWND parent) {
   PageList pages;
   check(GetPages(pages.out()));
   const String name = display_name();
-  IUnknown* object = identity();
-  check(::OleCreatePropertyFrame(parent, 0, 0, windows::wide(name), 1, &object, pages->cElems, pages->pElems,
-                                 LOCALE_USER_DEFAULT, 0, nullptr));
+  show_property_frame(parent, name.empty() ? find_class(clsid())->name : windows::wide(name), identity(), *pages.out());
 }
 
 }  // namespace tornby::automation

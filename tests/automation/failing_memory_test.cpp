@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "automation/controls/pages/property_page.h"
 #include "server.h"
 #include "support/failing_allocations.h"
 #include "support/temporary_folder.h"
@@ -336,6 +337,55 @@ TEST(FailingMemory, EveryMemberFailsCleanlyOrNotAtAll) {
     }
   }
   EXPECT_GT(failures, 500u);
+  EXPECT_TRUE(server.is_idle());
+}
+
+TEST(FailingMemory, ThePropertyPageLosesNothing) {
+  const Server server;
+  const HWND parent =
+      ::CreateWindowW(L"Static", L"", WS_OVERLAPPEDWINDOW, 0, 0, 400, 300, nullptr, nullptr, nullptr, nullptr);
+  const RECT place = {0, 0, 400, 300};
+  const testing::Bstr before(L"before"), after(L"after");
+  server.create<IDispatch>(CLSID_clsCRC);  // prepares this thread for exceptions
+  auto sized = server.create<IPropertyPage>(automation::property_page_id);
+  const FailingImports imports(server);
+  unsigned failures = fail_each_allocation([&](AllocationFailure& failure) {
+    PROPPAGEINFO info = {};
+    info.cb = sizeof info;
+    const HRESULT result = failure.during([&] { return sized->GetPageInfo(&info); });
+    EXPECT_TRUE(failure.happened() ? is_out_of_memory(result) : result == S_OK) << std::hex << result;
+    EXPECT_EQ(FAILED(result), !info.pszTitle && !info.pszDocString && !info.pszHelpFile);
+    for (LPOLESTR text : {info.pszTitle, info.pszDocString, info.pszHelpFile}) ::CoTaskMemFree(text);
+  });
+  failures += fail_each_allocation([&](AllocationFailure& failure) {
+    const auto link = server.create<IkelHyperLabel>(CLSID_kelHyperLabel);
+    link->put_Caption(before);
+    IUnknown* object = link.get();
+    const auto page = server.create<IPropertyPage>(automation::property_page_id);
+    const auto edit = [&] {
+      bool done = SUCCEEDED(page->SetObjects(1, &object)) && SUCCEEDED(page->Activate(parent, &place, FALSE));
+      if (done) {
+        const HWND caption = ::FindWindowExW(::GetWindow(parent, GW_CHILD), nullptr, L"Edit", nullptr);
+        ::SendMessageW(caption, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(static_cast<BSTR>(after)));
+        ::SendMessageW(::GetParent(caption), WM_COMMAND, MAKEWPARAM(::GetDlgCtrlID(caption), EN_CHANGE), 0);
+        done = page->Apply() == S_OK;
+      }
+      page->Deactivate();
+      page->SetObjects(0, nullptr);
+      return done;
+    };
+    const bool applied = failure.during(edit);
+    testing::Bstr caption;
+    link->get_Caption(caption.address());
+    const std::wstring text = static_cast<BSTR>(caption);
+    EXPECT_TRUE(text == L"after" || (text == L"before" && !applied)) << applied;
+    EXPECT_TRUE(applied || failure.happened());
+    EXPECT_EQ(::GetWindow(parent, GW_CHILD), nullptr);
+    EXPECT_TRUE(edit()) << "tried again";
+  });
+  EXPECT_GT(failures, 200u);
+  ::DestroyWindow(parent);
+  sized = ComPtr<IPropertyPage>();
   EXPECT_TRUE(server.is_idle());
 }
 

@@ -206,5 +206,128 @@ TEST(PropertyPage, ExplainsWhatCannotBeAppliedAndLosesNothing) {
   EXPECT_EQ(length, 12);
 }
 
+/// Keys as a user presses them, into whatever has the focus when they arrive.
+void press_keys(const std::vector<WORD>& keys, WORD held = 0) {
+  std::vector<INPUT> inputs;
+  const auto add = [&](WORD key, DWORD flags) {
+    INPUT input = {};
+    input.type = INPUT_KEYBOARD;
+    input.ki = {key, 0, flags, 0, 0};
+    inputs.push_back(input);
+  };
+  if (held) add(held, 0);
+  for (const WORD key : keys) add(key, 0), add(key, KEYEVENTF_KEYUP);
+  if (held) add(held, KEYEVENTF_KEYUP);
+  ::SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+}
+
+std::wstring seen_in_focus;
+
+/// Looks what stands in the field once all keys have arrived, and goes.
+void CALLBACK look_and_leave(HWND, UINT, UINT_PTR timer, DWORD) {
+  ::KillTimer(nullptr, timer);
+  seen_in_focus = text_of(::GetFocus());
+  press_keys({VK_ESCAPE});
+}
+
+/// The pages of an object in the system's frame, as the DLL's classes are known by its manifest.
+void show_system_frame(IUnknown* object, HWND owner) {
+  const ManifestActivation known;
+  CLSID pages[] = {property_page_id, CLSID_CFontPropPage};
+  EXPECT_EQ(::OleCreatePropertyFrame(owner, 0, 0, L"Label1", 1, &object, 2, pages, LOCALE_USER_DEFAULT, 0, nullptr),
+            S_OK);
+}
+
+TEST(PropertyPage, IsDrivenByKeysInFrames) {
+  const Server server;
+  FakeContainer container;
+  const auto label = server.create<IkelLabel>(CLSID_kelLabel);
+  const auto type_and = [](std::vector<WORD> later, WORD last) {
+    return when_running([=](const OpenDialog&) {
+      press_keys({'C'}, VK_MENU);              // to the caption, which is selected
+      press_keys({'X', 'Y', VK_TAB, VK_END});  // and the last of the alignments
+      if (!later.empty()) press_keys({'A'}, VK_MENU);
+      press_keys(later);
+      press_keys({last});
+    });
+  };
+  const auto state = [&] {
+    SHORT alignment = 0;
+    label->get_Alignment(&alignment);
+    return caption_of(label.get()) + std::to_wstring(alignment);
+  };
+  {
+    Answers answers{when_running([](const OpenDialog&) {
+      press_keys({'C'}, VK_MENU);
+      press_keys({'X', 'Y'});
+      constexpr UINT after_them = 100;
+      ::SetTimer(nullptr, 0, after_them, look_and_leave);
+    })};
+    show_system_frame(label.get(), container.window());
+    EXPECT_EQ(seen_in_focus, L"xy");
+    EXPECT_EQ(state(), L"Label10");
+  }
+  const auto after = [&](const Answers::Answer& keys) {
+    Answers answers{keys};
+    EXPECT_EQ(as<IOleObject>(label)->DoVerb(OLEIVERB_PROPERTIES, nullptr, nullptr, 0, container.window(), nullptr),
+              S_OK);
+    EXPECT_TRUE(answers.all_given());
+    return state();
+  };
+  EXPECT_EQ(after(type_and({}, VK_ESCAPE)), L"Label10");
+  EXPECT_EQ(after(type_and({}, VK_RETURN)), L"xy2");
+  label->put_Caption(Bstr(L"again"));
+  label->put_Alignment(0);
+  EXPECT_EQ(after(type_and({'C', 'Z'}, VK_ESCAPE)), L"xy2") << "as applied, not as typed later";
+}
+
+TEST(PropertyPage, AnswersFramesThatPassKeysOn) {
+  const Server server;
+  FakeContainer container;
+  const auto browse = server.create<IkelBrowseButton>(CLSID_kelBrowseButton);
+  const OpenPage open(server, container, browse);
+  const auto pass = [&](UINT message, WPARAM key) {
+    MSG passed = {::GetFocus(), message, key, message == WM_SYSCHAR ? 1 << 29 : 1, 0, {}};
+    return open.page->TranslateAccelerator(&passed);
+  };
+  EXPECT_EQ(open.page->EditProperty(DISPID_TEXT), S_OK);
+  EXPECT_EQ(open.page->EditProperty(DISPID_FONT), DISP_E_MEMBERNOTFOUND);
+  EXPECT_EQ(::GetFocus(), open.field(L"Text"));
+  EXPECT_EQ(pass(WM_KEYDOWN, VK_TAB), S_OK);
+  EXPECT_EQ(::GetFocus(), open.field(L"BorderApperance"));
+  EXPECT_EQ(pass(WM_SYSCHAR, 'm'), S_OK);
+  EXPECT_EQ(::GetFocus(), open.field(L"MaxLength"));
+  for (const WPARAM key : {VK_RETURN, VK_ESCAPE}) EXPECT_EQ(pass(WM_KEYDOWN, key), S_FALSE) << "the frame's";
+  EXPECT_EQ(pass(WM_SYSCHAR, 'a'), S_FALSE) << "Apply";
+  EXPECT_EQ(open.site.keys, 0);
+  ::SetFocus(open.field(L"ReadOnly"));
+  EXPECT_EQ(pass(WM_KEYDOWN, VK_TAB), S_OK);
+  EXPECT_EQ(open.site.keys, 1) << "where the last field leads to is the frame's to say";
+
+  PROPPAGEINFO info = {};
+  info.cb = sizeof info;
+  ASSERT_EQ(open.page->GetPageInfo(&info), S_OK);
+  EXPECT_EQ(info.dwHelpContext, automation::property_page_help);
+  for (LPOLESTR text : {info.pszTitle, info.pszDocString, info.pszHelpFile}) ::CoTaskMemFree(text);
+  const RECT page = {0, 0, info.size.cx, info.size.cy};
+  for (HWND child = ::GetWindow(open.window, GW_CHILD); child; child = ::GetWindow(child, GW_HWNDNEXT)) {
+    RECT place = {}, both = {};
+    ::GetWindowRect(child, &place);
+    ::MapWindowPoints(nullptr, open.window, reinterpret_cast<POINT*>(&place), 2);
+    ::IntersectRect(&both, &place, &page);
+    EXPECT_TRUE(::EqualRect(&both, &place)) << place.right << " " << place.bottom;
+  }
+
+  IUnknown* none = nullptr;
+  FakePageSite second;
+  EXPECT_EQ(open.page->SetPageSite(&second), E_UNEXPECTED);
+  EXPECT_EQ(open.page->SetObjects(1, &none), E_POINTER);
+  EXPECT_EQ(open.page->SetObjects(1, nullptr), E_POINTER);
+  EXPECT_EQ(open.page->Activate(container.window(), &page, FALSE), E_UNEXPECTED);
+  EXPECT_EQ(open.page->Deactivate(), S_OK);
+  for (const HRESULT result : {open.page->Deactivate(), open.page->Show(SW_SHOW), open.page->Move(&page)})
+    EXPECT_EQ(result, E_UNEXPECTED);
+}
+
 }  // namespace
 }  // namespace tornby

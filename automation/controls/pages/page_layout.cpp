@@ -96,6 +96,22 @@ INT_PTR CALLBACK on_message_of_none(HWND, UINT, WPARAM, LPARAM) {
   return FALSE;
 }
 
+constexpr int unit_scale = 800;  // units of dialogs that are measured at once
+
+/// So many units of dialogs in pixels. Only a dialog in its font knows; one that nobody sees will do.
+SIZE scaled_units() {
+  Template made;
+  made.begin(PageLayout({}), WS_POPUP, 0);
+  const std::vector<WORD> page = made.take();
+  const HWND dialog = ::CreateDialogIndirectParamW(nullptr, reinterpret_cast<const DLGTEMPLATE*>(page.data()), nullptr,
+                                                   on_message_of_none, 0);
+  if (!dialog) throw ComError(HRESULT_FROM_WIN32(::GetLastError()));
+  RECT area = {0, 0, unit_scale, unit_scale};
+  ::MapDialogRect(dialog, &area);
+  ::DestroyWindow(dialog);
+  return {area.right, area.bottom};
+}
+
 }  // namespace
 
 PageLayout::PageLayout(std::span<const PageProperty> properties) : revert(), width(page_width), height(0) {
@@ -132,11 +148,11 @@ PageLayout::PageLayout(std::span<const PageProperty> properties) : revert(), wid
             button_width, line_height};
 }
 
-std::vector<WORD> dialog_template(std::span<const PageProperty> properties, const PageLayout& layout, DWORD style) {
+std::vector<WORD> dialog_template(std::span<const PageProperty> properties, const PageLayout& layout) {
   const auto labels =
       std::count_if(properties.begin(), properties.end(), [](const auto& one) { return one.kind != Kind::flag; });
   Template made;
-  made.begin(layout, style, static_cast<int>(properties.size()) + static_cast<int>(labels) + 1);
+  made.begin(layout, WS_CHILD | DS_CONTROL, static_cast<int>(properties.size()) + static_cast<int>(labels) + 1);
   // A label stands right before its field: the field is named by it, also to those who hear the screen.
   for (const bool flags : {false, true}) {
     for (std::size_t i = 0; i < properties.size(); ++i) {
@@ -170,15 +186,18 @@ std::vector<WORD> dialog_template(std::span<const PageProperty> properties, cons
 }
 
 SIZE size_in_pixels(const PageLayout& layout) {
-  const std::vector<WORD> page = dialog_template({}, PageLayout({}), WS_POPUP);
-  // Only a dialog in its font knows; one that nobody sees will do.
-  const HWND dialog = ::CreateDialogIndirectParamW(nullptr, reinterpret_cast<const DLGTEMPLATE*>(page.data()), nullptr,
-                                                   on_message_of_none, 0);
-  if (!dialog) throw ComError(HRESULT_FROM_WIN32(::GetLastError()));
-  RECT area = {0, 0, layout.width, layout.height};
-  ::MapDialogRect(dialog, &area);
-  ::DestroyWindow(dialog);
-  return {area.right, area.bottom};
+  const SIZE scaled = scaled_units();
+  return {::MulDiv(layout.width, scaled.cx, unit_scale), ::MulDiv(layout.height, scaled.cy, unit_scale)};
+}
+
+std::vector<WORD> empty_dialog(SIZE pixels) {
+  const SIZE scaled = scaled_units();
+  PageLayout layout({});
+  layout.width = static_cast<short>(::MulDiv(pixels.cx, unit_scale, scaled.cx) + 1);
+  layout.height = static_cast<short>(::MulDiv(pixels.cy, unit_scale, scaled.cy) + 1);
+  Template made;
+  made.begin(layout, WS_CHILD | DS_CONTROL, 0);
+  return made.take();
 }
 
 }  // namespace tornby::automation

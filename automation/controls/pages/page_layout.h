@@ -26,13 +26,15 @@ struct PageLayout {
 };
 
 /// The dialog of a page as the system takes it, with the fields' numbers from `first_field` on.
-std::vector<WORD> dialog_template(std::span<const PageProperty> properties, const PageLayout& layout,
-                                  DWORD style = WS_CHILD | DS_CONTROL);
+std::vector<WORD> dialog_template(std::span<const PageProperty> properties, const PageLayout& layout);
 
 constexpr WORD revert_button = 50;
 constexpr WORD first_field = 100;
 
 /// The layout's size in pixels, on the screen.
 SIZE size_in_pixels(const PageLayout& layout);
+
+/// A dialog of that size in pixels with nothing in it.
+std::vector<WORD> empty_dialog(SIZE pixels);
 
 }  // namespace tornby::automation
