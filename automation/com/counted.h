@@ -35,6 +35,20 @@ class Counted : public Interfaces... {
   std::atomic<ULONG> references_ = 1;
 };
 
+/// A COM object of one interface, which answers to the interfaces that this one extends as well.
+template <class Interface, class... Extended>
+class CountedAs : public Counted<Interface> {
+ public:
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
+    if (!object) return E_POINTER;
+    *object = nullptr;
+    if (iid != IID_IUnknown && iid != __uuidof(Interface) && (... && (iid != __uuidof(Extended)))) return E_NOINTERFACE;
+    this->AddRef();
+    *object = static_cast<Interface*>(this);
+    return S_OK;
+  }
+};
+
 /// Creates an Object and asks it for `iid`. It is gone again when it does not answer. What the run-time library
 /// allocates for exceptions in each thread it takes for granted; it does so here, not when memory has run out.
 template <class Object, class... Arguments>

@@ -8,19 +8,11 @@
 namespace tornby::automation {
 
 /// It is told nothing more once it is cut off, as its owner does when it goes: objects may keep it longer.
-class ChangeSink final : public Counted<IPropertyNotifySink> {
+class ChangeSink final : public CountedAs<IPropertyNotifySink> {
  public:
   explicit ChangeSink(std::function<void()> changed) : changed_(std::move(changed)) {}
   void cut() { changed_ = nullptr; }
 
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-    if (!object) return E_POINTER;
-    *object = nullptr;
-    if (iid != IID_IUnknown && iid != IID_IPropertyNotifySink) return E_NOINTERFACE;
-    AddRef();
-    *object = static_cast<IPropertyNotifySink*>(this);
-    return S_OK;
-  }
   HRESULT STDMETHODCALLTYPE OnChanged(DISPID) override {
     return guarded(IID_IPropertyNotifySink, L"Tornby", [&] {
       const auto changed = changed_;  // whoever is told may cut it off

@@ -8,18 +8,9 @@
 namespace tornby::automation {
 namespace {
 
-class ClassFactory final : public Counted<IClassFactory> {
+class ClassFactory final : public CountedAs<IClassFactory> {
  public:
   explicit ClassFactory(const ClassEntry& entry) : entry_(entry) {}
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-    if (!object) return E_POINTER;
-    *object = nullptr;
-    if (iid != IID_IUnknown && iid != IID_IClassFactory) return E_NOINTERFACE;
-    AddRef();
-    *object = static_cast<IClassFactory*>(this);
-    return S_OK;
-  }
 
   HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID iid, void** object) override {
     if (!object) return E_POINTER;

@@ -38,18 +38,9 @@ SIZE size_for_all_controls() {
   return size_in_pixels(largest);
 }
 
-class PropertyPage final : public Counted<IPropertyPage2> {
+class PropertyPage final : public CountedAs<IPropertyPage2, IPropertyPage> {
  public:
   PropertyPage() : sink_(ComPtr<ChangeSink>::adopt(new ChangeSink([this] { objects_changed(); }))) {}
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-    if (!object) return E_POINTER;
-    *object = nullptr;
-    if (iid != IID_IUnknown && iid != IID_IPropertyPage && iid != IID_IPropertyPage2) return E_NOINTERFACE;
-    AddRef();
-    *object = static_cast<IPropertyPage2*>(this);
-    return S_OK;
-  }
 
   HRESULT STDMETHODCALLTYPE SetPageSite(IPropertyPageSite* site) override {
     if (site && site_) return E_UNEXPECTED;

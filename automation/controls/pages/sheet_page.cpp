@@ -6,15 +6,6 @@
 
 namespace tornby::automation {
 
-HRESULT SheetSite::QueryInterface(REFIID iid, void** object) {
-  if (!object) return E_POINTER;
-  *object = nullptr;
-  if (iid != IID_IUnknown && iid != IID_IPropertyPageSite) return E_NOINTERFACE;
-  AddRef();
-  *object = static_cast<IPropertyPageSite*>(this);
-  return S_OK;
-}
-
 HRESULT SheetSite::OnStatusChange(DWORD status) {
   if (!place_) return S_OK;
   const bool dirty = (status & PROPPAGESTATUS_DIRTY) != 0;

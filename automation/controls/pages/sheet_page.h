@@ -8,12 +8,11 @@
 namespace tornby::automation {
 
 /// What the page tells, as the sheet takes it.
-class SheetSite final : public Counted<IPropertyPageSite> {
+class SheetSite final : public CountedAs<IPropertyPageSite> {
  public:
   /// The window of the sheet's that the page fills; null when it is gone.
   void set_place(HWND place) { place_ = place; }
 
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override;
   HRESULT STDMETHODCALLTYPE OnStatusChange(DWORD status) override;
   HRESULT STDMETHODCALLTYPE GetLocaleID(LCID* locale) override;
   HRESULT STDMETHODCALLTYPE GetPageContainer(IUnknown** container) override;
