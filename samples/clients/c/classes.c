@@ -95,15 +95,21 @@ static HRESULT show_groups(IXML_Settings *settings) {
   return hr;
 }
 
-/* The number of a failed call as scripts know it (9, not 0x800A0009), and the text that the object left for it. */
+/* The number of a failed call as scripts know it (9, not 0x800A0009), and the text that the object left for it, or else
+   what the system says: "Class not registered" for example. */
 static void show_error(HRESULT hr) {
   IErrorInfo *info = NULL;
   BSTR text = NULL;
+  wchar_t system_text[256] = L"";
   if (GetErrorInfo(0, &info) == S_OK) {
     IErrorInfo_GetDescription(info, &text);
     IErrorInfo_Release(info);
   }
-  printf("error %ld: %ls\n", HRESULT_FACILITY(hr) == FACILITY_CONTROL ? HRESULT_CODE(hr) : hr, text ? text : L"");
+  if (!text)
+    FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_MAX_WIDTH_MASK, NULL, hr, 0,
+                   system_text, 256, NULL);
+  printf("error %ld: %ls\n", HRESULT_FACILITY(hr) == FACILITY_CONTROL ? HRESULT_CODE(hr) : hr,
+         text ? text : system_text);
   SysFreeString(text);
 }
 

@@ -110,13 +110,21 @@ class Ref {
   Interface* object_ = nullptr;
 };
 
+/// What the system says of a result, for calls that leave no text: "Class not registered" for example.
+inline std::wstring system_text(HRESULT result) {
+  wchar_t text[256] = {};
+  ::FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_MAX_WIDTH_MASK, nullptr,
+                   static_cast<DWORD>(result), 0, text, 256, nullptr);
+  return text;
+}
+
 /// Throws when a call has failed. Ask at once: the next call takes the text away.
 inline void check(HRESULT result) {
   if (SUCCEEDED(result)) return;
   Ref<IErrorInfo> info;
   String text;
   if (::GetErrorInfo(0, info.out()) == S_OK) info->GetDescription(text.out());
-  throw Error(result, std::wstring(text.view()));
+  throw Error(result, text.view().empty() ? system_text(result) : std::wstring(text.view()));
 }
 
 template <class Interface>

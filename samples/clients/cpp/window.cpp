@@ -24,7 +24,9 @@ class ControlHost {
 
   com::Ref<IUnknown> control_in(HWND window) const {
     com::Ref<IUnknown> control;
-    com::check(entry<HRESULT(WINAPI*)(HWND, IUnknown**)>("AtlAxGetControl")(window, control.out()));
+    const auto get = entry<HRESULT(WINAPI*)(HWND, IUnknown**)>("AtlAxGetControl");
+    const HRESULT result = get(window, control.out());
+    if (FAILED(result)) throw com::Error(result, L"the host could not make the control: is the DLL registered?");
     return control;
   }
 
