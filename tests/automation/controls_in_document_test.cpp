@@ -7,7 +7,7 @@
 #include <string>
 
 #include "placed_control.h"
-#include "support/gui_objects.h"
+#include "support/holdings.h"
 #include "support/temporary_folder.h"
 
 namespace tornby {
@@ -80,17 +80,15 @@ class Document {
   ComPtr<IStorage> file_, place_;
 };
 
-struct OleLibraries {
-  OleLibraries() { ::OleInitialize(nullptr); }
-  ~OleLibraries() { ::OleUninitialize(); }
-};
-
-void make_and_save(const std::wstring& path, REFCLSID clsid, FakeContainer& container) {
+/// The system's handler stands before the control, and keeps a picture of what it showed.
+void make_and_save(const Server& server, const std::wstring& path, REFCLSID clsid, FakeContainer& container) {
   const Document document(path, true);
   ComPtr<IOleObject> object;
-  ASSERT_EQ(
-      ::OleCreate(clsid, IID_IOleObject, OLERENDER_NONE, nullptr, &container, document.place(), object.out_void()),
-      S_OK);
+  ASSERT_EQ(::OleCreateEmbeddingHelper(clsid, nullptr, EMBDHLP_INPROC_SERVER | EMBDHLP_CREATENOW,
+                                       server.factory(clsid).get(), IID_IOleObject, object.out_void()),
+            S_OK);
+  EXPECT_EQ(object->SetClientSite(&container), S_OK);
+  ASSERT_EQ(as<IPersistStorage>(object)->InitNew(document.place()), S_OK);
   if (clsid == CLSID_kelBrowseButton) {
     as<IkelBrowseButton>(object)->put_Text(Bstr(L"C:\\kept.txt"));
     EXPECT_EQ(as<IPersistStorage>(object)->IsDirty(), S_OK);
@@ -98,10 +96,30 @@ void make_and_save(const std::wstring& path, REFCLSID clsid, FakeContainer& cont
   if (clsid == CLSID_kelLabel) as<IkelLabel>(object)->put_AutoSize(VARIANT_FALSE);
   SIZEL size = {5000, 900};
   EXPECT_EQ(object->SetExtent(DVASPECT_CONTENT, &size), S_OK);
+  FORMATETC format = {CF_METAFILEPICT, nullptr, DVASPECT_CONTENT, -1, TYMED_MFPICT};
+  DWORD connection = 0;
+  ASSERT_EQ(as<IOleCache>(object)->Cache(&format, ADVF_PRIMEFIRST, &connection), S_OK);
+  EXPECT_EQ(as<IOleCache2>(object)->UpdateCache(as<IDataObject>(object).get(), UPDFCACHE_ALL, nullptr), S_OK);
   document.save(object.get());
   EXPECT_EQ(as<IPersistStorage>(object)->IsDirty(), S_FALSE);
   EXPECT_EQ(object->Close(OLECLOSE_NOSAVE), S_OK);
   object->SetClientSite(nullptr);
+}
+
+void draw_whole(IUnknown* object) {
+  const auto draw = [&](HDC context, const RECT& area) {
+    EXPECT_EQ(::OleDraw(object, DVASPECT_CONTENT, context, &area), S_OK);
+  };
+  EXPECT_GE(pixels_of(draw).drawn, 240 * 60 - 200);
+}
+
+void open_asleep_and_draw(const Server& server, const std::wstring& path, REFCLSID clsid) {
+  const Document document(path, false);
+  ComPtr<IOleObject> asleep;
+  ASSERT_EQ(::OleCreateDefaultHandler(clsid, nullptr, IID_IOleObject, asleep.out_void()), S_OK);
+  ASSERT_EQ(as<IPersistStorage>(asleep)->Load(document.place()), S_OK);
+  draw_whole(asleep.get());
+  EXPECT_TRUE(server.is_idle()) << "nobody woke the control";
 }
 
 void open_and_draw(const std::wstring& path, REFCLSID clsid, FakeContainer& container) {
@@ -109,43 +127,34 @@ void open_and_draw(const std::wstring& path, REFCLSID clsid, FakeContainer& cont
   ComPtr<IOleObject> object;
   ASSERT_EQ(::OleLoad(document.place(), IID_IOleObject, &container, object.out_void()), S_OK);
   if (clsid == CLSID_kelBrowseButton) {
-    BSTR text = nullptr;
-    as<IkelBrowseButton>(object)->get_Text(&text);
+    Bstr text;
+    as<IkelBrowseButton>(object)->get_Text(text.address());
     EXPECT_STREQ(text, L"C:\\kept.txt");
-    ::SysFreeString(text);
   }
   SIZEL size = {};
   EXPECT_EQ(object->GetExtent(DVASPECT_CONTENT, &size), S_OK);
   EXPECT_NEAR(size.cx, 5000, 14) << "documents leave the size to the object";
-  const auto draw = [&](HDC context, const RECT& area) {
-    EXPECT_EQ(::OleDraw(object.get(), DVASPECT_CONTENT, context, &area), S_OK);
-  };
-  EXPECT_GE(pixels_of(draw).drawn, 240 * 60 - 200);
+  draw_whole(object.get());
   object->Close(OLECLOSE_NOSAVE);
   object->SetClientSite(nullptr);
 }
 
-TEST(ControlsInDocument, AreEmbeddedSavedAndDrawn) {
+TEST(ControlsInDocument, AreSavedAndDrawnAndLeaveNothingBehind) {
   const OleLibraries ole;
-  {
-    const Server server;
-    const ManifestActivation manifest;
-    const TemporaryFolder folder;
-    FakeContainer container;
-    const std::wstring path = (folder.path() / "document").wstring();
-    const auto round = [&] {
-      for (const CLSID* clsid : all_controls) {
-        make_and_save(path, *clsid, container);
-        open_and_draw(path, *clsid, container);
-      }
-    };
-    round();
-    const int objects = drawing_objects();
-    for (int i = 0; i < 100; ++i) round();
-    EXPECT_EQ(drawing_objects(), objects);
-    EXPECT_EQ(container.references(), 0u);
-    EXPECT_TRUE(server.is_idle());
-  }
+  const Server server;
+  const ManifestActivation manifest;
+  const TemporaryFolder folder;
+  FakeContainer container;
+  const std::wstring path = (folder.path() / "document").wstring();
+  expect_nothing_left_behind([&] {
+    for (const CLSID* clsid : all_controls) {
+      make_and_save(server, path, *clsid, container);
+      open_asleep_and_draw(server, path, *clsid);
+      open_and_draw(path, *clsid, container);
+    }
+  });
+  EXPECT_EQ(container.references(), 0u);
+  EXPECT_TRUE(server.is_idle());
 }
 
 TEST(ControlsInDocument, FollowTheOrderOfStorageCalls) {
@@ -175,41 +184,6 @@ TEST(ControlsInDocument, FollowTheOrderOfStorageCalls) {
   LONG length = 0;
   other->get_MaxLength(&length);
   EXPECT_EQ(length, 7);
-}
-
-// The system's handler keeps pictures of what the control showed, and needs no control to show them.
-TEST(ControlsInDocument, AreShownWhileTheySleep) {
-  const OleLibraries ole;
-  {
-    const Server server;
-    const TemporaryFolder folder;
-    const std::wstring path = (folder.path() / "document").wstring();
-    {
-      const Document document(path, true);
-      ComPtr<IOleObject> handler;
-      ASSERT_EQ(
-          ::OleCreateEmbeddingHelper(CLSID_kelHyperLabel, nullptr, EMBDHLP_INPROC_SERVER | EMBDHLP_CREATENOW,
-                                     server.factory(CLSID_kelHyperLabel).get(), IID_IOleObject, handler.out_void()),
-          S_OK);
-      ASSERT_EQ(as<IPersistStorage>(handler)->InitNew(document.place()), S_OK);
-      FORMATETC format = {CF_METAFILEPICT, nullptr, DVASPECT_CONTENT, -1, TYMED_MFPICT};
-      DWORD connection = 0;
-      ASSERT_EQ(as<IOleCache>(handler)->Cache(&format, ADVF_PRIMEFIRST, &connection), S_OK);
-      EXPECT_EQ(as<IOleCache2>(handler)->UpdateCache(as<IDataObject>(handler).get(), UPDFCACHE_ALL, nullptr), S_OK);
-      document.save(handler.get());
-      handler->Close(OLECLOSE_NOSAVE);
-    }
-    EXPECT_TRUE(server.is_idle());
-    const Document document(path, false);
-    ComPtr<IOleObject> asleep;
-    ASSERT_EQ(::OleCreateDefaultHandler(CLSID_kelHyperLabel, nullptr, IID_IOleObject, asleep.out_void()), S_OK);
-    ASSERT_EQ(as<IPersistStorage>(asleep)->Load(document.place()), S_OK);
-    const auto draw = [&](HDC context, const RECT& area) {
-      EXPECT_EQ(::OleDraw(asleep.get(), DVASPECT_CONTENT, context, &area), S_OK);
-    };
-    EXPECT_GE(pixels_of(draw).drawn, 240 * 60 - 200);
-    EXPECT_TRUE(server.is_idle()) << "nobody woke the control";
-  }
 }
 
 // A control's metafiles hold all that it draws, and who asked hears of each change.

@@ -2,8 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "placed_control.h"
-#include "support/gui_objects.h"
-#include "support/scale.h"
+#include "support/holdings.h"
 
 namespace tornby {
 namespace {
@@ -261,22 +260,13 @@ TEST(ControlsInPlace, LeaveNothingBehind) {
     ::SendMessageA(placed.window, WM_LBUTTONDOWN, MK_LBUTTON, at);
     ::SendMessageA(placed.window, WM_LBUTTONUP, 0, at);
   };
-  const auto run = [&](unsigned count) {
-    for (unsigned i = 0; i < count; ++i) {
-      round(CLSID_kelLabel, __uuidof(DkelLabelEvents));
-      round(CLSID_kelHyperLabel, __uuidof(DkelHyperLabelEvents));
-      round(CLSID_kelBrowseButton, __uuidof(DkelBrowseButtonEvents));
-    }
-  };
-  run(5);
-  const int objects = drawing_objects();
-  const int windows = windows_of_this_thread();
-  sink.events.clear();
-  const unsigned count = rounds(100);
-  run(count);
-  EXPECT_EQ(sink.events.size(), count * (1 + 2 + 3)) << "MouseUp; Click, MouseUp; ControlClick, OpenBrowse, MouseUp";
-  EXPECT_EQ(drawing_objects(), objects);
-  EXPECT_EQ(windows_of_this_thread(), windows);
+  expect_nothing_left_behind([&] {
+    sink.events.clear();
+    round(CLSID_kelLabel, __uuidof(DkelLabelEvents));
+    round(CLSID_kelHyperLabel, __uuidof(DkelHyperLabelEvents));
+    round(CLSID_kelBrowseButton, __uuidof(DkelBrowseButtonEvents));
+    EXPECT_EQ(sink.events.size(), 1u + 2u + 3u) << "MouseUp; Click, MouseUp; ControlClick, OpenBrowse, MouseUp";
+  });
   EXPECT_EQ(container.references(), 0u);
   EXPECT_EQ(sink.references(), 0u);
   EXPECT_TRUE(server.is_idle());

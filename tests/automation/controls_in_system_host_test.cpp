@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "placed_control.h"
+#include "support/holdings.h"
 
 namespace tornby {
 namespace {
@@ -57,48 +58,49 @@ SIZE size_of(HWND window) {
   return {area.right - area.left, area.bottom - area.top};
 }
 
-TEST(ControlsInSystemHost, LiveThere) {
-  ::OleInitialize(nullptr);
+void place_and_use_all(const Server& server, const SystemHost& system) {
+  const HWND link_host = system.place("Tornby.kelHyperLabel", {10, 60, 210, 90});
+  const HWND browse_host = system.place("Tornby.kelBrowseButton", {10, 100, 210, 124});
+  const HWND label_host = system.place(nullptr, {10, 10, 210, 50});
   {
-    const Server server;
-    {
-      const ManifestActivation manifest;
-      const SystemHost system;
-      const HWND link_host = system.place("Tornby.kelHyperLabel", {10, 60, 210, 90});
-      const HWND browse_host = system.place("Tornby.kelBrowseButton", {10, 100, 210, 124});
-      const auto link = system.control_in<IkelHyperLabel>(link_host);
+    const auto link = system.control_in<IkelHyperLabel>(link_host);
+    const auto label = server.create<IkelLabel>(CLSID_kelLabel);
+    label->put_AutoSize(VARIANT_FALSE);
+    system.attach(label.get(), label_host);
 
-      const HWND label_host = system.place(nullptr, {10, 10, 210, 50});
-      const auto label = server.create<IkelLabel>(CLSID_kelLabel);
-      label->put_AutoSize(VARIANT_FALSE);
-      system.attach(label.get(), label_host);
+    const HWND label_window = ::GetWindow(label_host, GW_CHILD);
+    const HWND link_window = ::GetWindow(link_host, GW_CHILD);
+    const HWND browse_window = ::GetWindow(browse_host, GW_CHILD);
+    ASSERT_TRUE(label_window && link_window && browse_window);
+    EXPECT_EQ(size_of(label_window).cx, 200);
+    EXPECT_EQ(size_of(label_window).cy, 40);
+    ::MoveWindow(browse_host, 10, 100, 260, 30, TRUE);
+    EXPECT_EQ(size_of(browse_window).cx, 260);
+    EXPECT_EQ(size_of(browse_window).cy, 30);
 
-      const HWND label_window = ::GetWindow(label_host, GW_CHILD);
-      const HWND link_window = ::GetWindow(link_host, GW_CHILD);
-      const HWND browse_window = ::GetWindow(browse_host, GW_CHILD);
-      ASSERT_TRUE(label_window && link_window && browse_window);
-      EXPECT_EQ(size_of(label_window).cx, 200);
-      EXPECT_EQ(size_of(label_window).cy, 40);
-      EXPECT_EQ(size_of(browse_window).cx, 200);
-      ::MoveWindow(browse_host, 10, 100, 260, 30, TRUE);
-      EXPECT_EQ(size_of(browse_window).cx, 260);
-      EXPECT_EQ(size_of(browse_window).cy, 30);
+    ComPtr<IFontDisp> font;
+    ASSERT_EQ(label->get_Font(font.out()), S_OK);
+    CY points = {};
+    as<IFont>(font)->get_Size(&points);
+    EXPECT_EQ(points.int64, 82500) << "the default, without an ambient font";
 
-      ComPtr<IFontDisp> font;
-      ASSERT_EQ(label->get_Font(font.out()), S_OK);
-      CY points = {};
-      as<IFont>(font)->get_Size(&points);
-      EXPECT_EQ(points.int64, 82500) << "the default, without an ambient font";
-
-      FakeSink sink;
-      const Connection clicks(link, __uuidof(DkelHyperLabelEvents), static_cast<IDispatch*>(&sink));
-      ::SendMessageA(link_window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(3, 3));
-      ::SendMessageA(link_window, WM_LBUTTONUP, 0, MAKELPARAM(3, 3));
-      EXPECT_EQ(sink.events, (std::vector<DISPID>{DISPID_CLICK, 2}));
-    }
-    EXPECT_TRUE(server.is_idle());
+    FakeSink sink;
+    const Connection clicks(link, __uuidof(DkelHyperLabelEvents), static_cast<IDispatch*>(&sink));
+    ::SendMessageA(link_window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(3, 3));
+    ::SendMessageA(link_window, WM_LBUTTONUP, 0, MAKELPARAM(3, 3));
+    EXPECT_EQ(sink.events, (std::vector<DISPID>{DISPID_CLICK, 2}));
+    for (const HWND window : {label_window, link_window, browse_window}) ::UpdateWindow(window);
   }
-  ::OleUninitialize();
+  for (const HWND host : {link_host, browse_host, label_host}) ::DestroyWindow(host);
+}
+
+TEST(ControlsInSystemHost, LiveThereAndLeaveNothingBehind) {
+  const OleLibraries ole;
+  const Server server;
+  const ManifestActivation manifest;
+  const SystemHost system;
+  expect_nothing_left_behind([&] { place_and_use_all(server, system); });
+  EXPECT_TRUE(server.is_idle());
 }
 
 }  // namespace

@@ -34,6 +34,11 @@ class Connection {
   DWORD cookie_ = 0;
 };
 
+struct OleLibraries {
+  OleLibraries() { ::OleInitialize(nullptr); }
+  ~OleLibraries() { ::OleUninitialize(); }
+};
+
 /// A control in a container, active in place.
 template <class Interface>
 struct Placed {

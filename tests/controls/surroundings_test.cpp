@@ -264,6 +264,13 @@ TEST(HighContrast, TextsCanBeRead) {
   EXPECT_EQ(typed(), 0xFFFFFFu);
   link->LinkColor(0x00FFFF);
   EXPECT_TRUE(shown().contains(0x00FFFF)) << "a colour that can be read stays";
+  for (const UINT change : {WM_SYSCOLORCHANGE, WM_THEMECHANGED}) {
+    const HWND windows[] = {link.window(), browse.window(), ::GetWindow(browse.window(), GW_CHILD)};
+    for (const HWND window : windows) ::UpdateWindow(window);
+    EXPECT_FALSE(::GetUpdateRect(windows[2], nullptr, FALSE));
+    for (const HWND window : {windows[0], windows[1]}) ::SendMessageA(window, change, 0, 0);
+    for (const HWND window : windows) EXPECT_TRUE(::GetUpdateRect(window, nullptr, FALSE)) << change;
+  }
   EXPECT_NEAR(contrast(0, 0xFFFFFF), 21, 1e-9);
   EXPECT_NEAR(contrast(0x777777, 0xFFFFFF), 4.478, 0.001);
 }

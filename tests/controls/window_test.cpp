@@ -11,8 +11,7 @@
 #include "controls/kelLabel.h"
 #include "controls/windows/text_lines.h"
 #include "controls/windows/window_host.h"
-#include "support/gui_objects.h"
-#include "support/scale.h"
+#include "support/holdings.h"
 
 #include <oleacc.h>
 
@@ -410,7 +409,7 @@ void hover_and_click(HWND window, int x, int y) {
 
 TEST(ControlWindow, LeavesNothingBehind) {
   const Form form;
-  const auto round = [&] {
+  tornby::testing::expect_nothing_left_behind([&] {
     ControlWindow<kelLabel> label(form, {0, 0, 100, 30});
     ControlWindow<kelHyperLabel> link(form, {0, 40, 100, 60});
     ControlWindow<kelBrowseButton> browse(form, {0, 80, 100, 104});
@@ -418,18 +417,17 @@ TEST(ControlWindow, LeavesNothingBehind) {
     pump();
     hover_and_click(link.window(), 3, 3);
     hover_and_click(browse.window(), client_size(browse.window()).cx - 5, 8);
-  };
-  for (int i = 0; i < 5; ++i) round();
-  const int objects = drawing_objects();
-  const int windows = windows_of_this_thread();
-  EXPECT_GT(objects, 0);
-  {
-    const GdiObject<HBRUSH> one_more(::CreateSolidBrush(1));
-    EXPECT_EQ(drawing_objects(), objects + 1);
-  }
-  for (unsigned left = tornby::testing::rounds(100); left > 0; --left) round();
-  EXPECT_EQ(drawing_objects(), objects);
-  EXPECT_EQ(windows_of_this_thread(), windows);
+  });
+  const auto before = tornby::testing::Holdings::now();
+  const GdiObject<HBRUSH> one_more(::CreateSolidBrush(1));
+  const Form another;
+  ACCEL key = {};
+  const HACCEL table = ::CreateAcceleratorTableW(&key, 1);
+  const auto after = tornby::testing::Holdings::now();
+  ::DestroyAcceleratorTable(table);
+  EXPECT_EQ(after.drawing_objects, before.drawing_objects + 1);
+  EXPECT_EQ(after.windows, before.windows + 1);
+  EXPECT_GE(after.user_objects, before.user_objects + 2);
 }
 
 }  // namespace

@@ -1,9 +1,14 @@
-#include "support/gui_objects.h"
+#include "support/holdings.h"
+
+#include <algorithm>
+#include <vector>
 
 #include <windows.h>
 
-#include <winternl.h>  // after windows.h
+#include <psapi.h>  // these two after windows.h
+#include <winternl.h>
 
+namespace tornby::testing {
 namespace {
 
 const void* process_block() {
@@ -20,10 +25,8 @@ BOOL CALLBACK count_window(HWND, LPARAM counter) {
   return TRUE;
 }
 
-}  // namespace
-
 // The entries with a type in the process's table; the system's own count says nothing under Wine.
-int drawing_objects() {
+int count_drawing_objects() {
   const auto* process = static_cast<const char*>(process_block());
   const char* table = *reinterpret_cast<const char* const*>(process + (sizeof(void*) == 8 ? 0xF8 : 0x94));
   int count = 0;
@@ -31,9 +34,37 @@ int drawing_objects() {
   return count;
 }
 
-int windows_of_this_thread() {
+int count_windows() {
   int count = 0;
   ::EnumThreadWindows(::GetCurrentThreadId(), count_window, reinterpret_cast<LPARAM>(&count));
   ::EnumChildWindows(HWND_MESSAGE, count_window, reinterpret_cast<LPARAM>(&count));
   return count;
 }
+
+/// Places in the system's one table are given again before new ones are added: so many menus use them up, and the rest
+/// of the table, up to the last of them, was in use.
+int count_user_objects() {
+  constexpr int many = 2000;
+  std::vector<HMENU> menus(many);
+  int highest = 0;
+  for (HMENU& menu : menus) {
+    menu = ::CreateMenu();
+    highest = std::max<int>(highest, LOWORD(reinterpret_cast<std::uintptr_t>(menu)) / 2);
+  }
+  for (const HMENU menu : menus) ::DestroyMenu(menu);
+  return highest - many;
+}
+
+std::size_t private_bytes() {
+  PROCESS_MEMORY_COUNTERS counters = {};
+  ::GetProcessMemoryInfo(::GetCurrentProcess(), &counters, sizeof counters);
+  return counters.PagefileUsage;
+}
+
+}  // namespace
+
+Holdings Holdings::now() {
+  return {count_drawing_objects(), count_windows(), count_user_objects(), next_handle(), private_bytes() / 1024};
+}
+
+}  // namespace tornby::testing
