@@ -82,6 +82,12 @@ TEST(Controls, KeepTheirSettingsInAStream) {
   const Connection notices(other, IID_IPropertyNotifySink, static_cast<IPropertyNotifySink*>(&sink));
   ASSERT_EQ(as<IPersistStreamInit>(other)->Load(stream.get()), S_OK);
   EXPECT_TRUE(sink.changes.empty()) << "loading is no change";
+  ComPtr<IConnectionPoint> point;
+  as<IConnectionPointContainer>(other)->FindConnectionPoint(IID_IPropertyNotifySink, point.out());
+  DWORD cookie = 1;
+  EXPECT_EQ(point->Advise(control.get(), &cookie), CONNECT_E_CANNOTCONNECT) << "what takes no notices";
+  EXPECT_EQ(cookie, 0u);
+  EXPECT_EQ(point->Unadvise(77), CONNECT_E_NOCONNECTION);
   LONG length = 0;
   other->get_MaxLength(&length);
   EXPECT_EQ(length, 40);
