@@ -91,6 +91,11 @@ TEST(Controls, KeepTheirSettingsInAStream) {
   LONG length = 0;
   other->get_MaxLength(&length);
   EXPECT_EQ(length, 40);
+  other->put_MaxLength(41);
+  EXPECT_EQ(as<IPersistStreamInit>(other)->IsDirty(), S_OK);
+  stream->Seek(start, STREAM_SEEK_SET, nullptr);
+  EXPECT_EQ(as<IPersistStreamInit>(other)->Load(stream.get()), S_OK);
+  EXPECT_EQ(as<IPersistStreamInit>(other)->IsDirty(), S_FALSE);
 
   stream->Seek(start, STREAM_SEEK_SET, nullptr);
   stream->Write("nonsense, and more of it", 24, nullptr);

@@ -121,7 +121,8 @@ TEST(Server, RegistersForTheMachineAndRemovesItAll) {
   ASSERT_EQ(call_export(server, "DllUnregisterServer"), S_OK);
   for (const auto& entry : classes) {
     CLSID id{};
-    EXPECT_NE(::CLSIDFromProgID((std::wstring(L"Tornby.") + entry.name).c_str(), &id), S_OK);
+    for (const wchar_t* version : {L"", L".1"})
+      EXPECT_NE(::CLSIDFromProgID((std::wstring(L"Tornby.") + entry.name + version).c_str(), &id), S_OK);
     EXPECT_EQ(read_key(HKEY_LOCAL_MACHINE, std::wstring(L"Software\\Classes\\CLSID\\") + entry.clsid), L"(none)");
   }
   EXPECT_NE(::LoadRegTypeLib(LIBID_Tornby, 1, 0, 0, library.out()), S_OK);
