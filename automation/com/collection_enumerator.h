@@ -12,22 +12,13 @@ namespace tornby::automation {
 
 /// IEnumVARIANT over an OrderedCollection<T>, whose object it keeps alive.
 template <class T>
-class CollectionEnumerator final : public Counted<IEnumVARIANT> {
+class CollectionEnumerator final : public CountedAs<IEnumVARIANT> {
  public:
   using Cursor = typename OrderedCollection<T>::Cursor;
   using Convert = std::function<VARIANT(const T&)>;  // makes a VARIANT for the caller to clear
 
   CollectionEnumerator(ComPtr<IUnknown> owner, Cursor start, Cursor next, Convert convert)
       : owner_(std::move(owner)), start_(start), next_(next), convert_(std::move(convert)) {}
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-    if (!object) return E_POINTER;
-    *object = nullptr;
-    if (iid != IID_IUnknown && iid != IID_IEnumVARIANT) return E_NOINTERFACE;
-    AddRef();
-    *object = static_cast<IEnumVARIANT*>(this);
-    return S_OK;
-  }
 
   HRESULT STDMETHODCALLTYPE Next(ULONG wanted, VARIANT* out, ULONG* fetched) override {
     if (fetched) *fetched = 0;

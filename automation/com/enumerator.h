@@ -41,21 +41,12 @@ struct EnumeratorItem<CONNECTDATA> {
 
 /// Implements IEnumConnections and the like.
 template <class Interface, class Item>
-class Enumerator final : public Counted<Interface> {
+class Enumerator final : public CountedAs<Interface> {
  public:
   using Kept = typename EnumeratorItem<Item>::Kept;
   using Items = std::shared_ptr<const std::vector<Kept>>;
 
   explicit Enumerator(Items items, std::size_t next = 0) : items_(std::move(items)), next_(next) {}
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-    if (!object) return E_POINTER;
-    *object = nullptr;
-    if (iid != IID_IUnknown && iid != __uuidof(Interface)) return E_NOINTERFACE;
-    this->AddRef();
-    *object = static_cast<Interface*>(this);
-    return S_OK;
-  }
 
   HRESULT STDMETHODCALLTYPE Next(ULONG wanted, Item* out, ULONG* fetched) override {
     if (fetched) *fetched = 0;

@@ -135,6 +135,13 @@ TEST(PropertyPage, ChangesNothingBeforeItIsTold) {
     EXPECT_EQ(vertical, 2);
     EXPECT_EQ(wraps, VARIANT_TRUE);
 
+    FakeView view;
+    as<IViewObject2>(label)->SetAdvise(DVASPECT_CONTENT, 0, &view);
+    choose(open.field(L"Alignment"), 1);
+    EXPECT_EQ(open.page->Apply(), S_OK);
+    EXPECT_GT(view.changes, 0) << "the text has moved";
+    as<IViewObject2>(label)->SetAdvise(DVASPECT_CONTENT, 0, nullptr);
+
     click(open.field(L"Revert"));
     EXPECT_EQ(text_of(open.field(L"Caption")), L"Label1");
     EXPECT_EQ(caption_of(label.get()), L"Two\r\nlines");

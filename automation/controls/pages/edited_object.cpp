@@ -106,6 +106,11 @@ void EditedObject::write(const PageProperty& property, const std::wstring& value
   throw RefusedValue(result == DISP_E_EXCEPTION && FAILED(error.scode) ? error.scode : result, std::move(reason));
 }
 
+void EditedObject::lay_out() const {
+  DISPPARAMS none = {};
+  object_->Invoke(DISPID_REFRESH, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &none, nullptr, nullptr, nullptr);
+}
+
 void EditedObject::advise(IPropertyNotifySink* sink) {
   ComPtr<IConnectionPointContainer> points;
   if (FAILED(object_->QueryInterface(IID_IConnectionPointContainer, points.out_void()))) return;

@@ -32,6 +32,9 @@ class EditedObject {
   std::wstring read(const PageProperty& property) const;
   void write(const PageProperty& property, const std::wstring& value) const;
 
+  /// Lets it show what was written, where it waits to be told.
+  void lay_out() const;
+
   /// Connects a sink to the object's notices of changes, if it gives any.
   void advise(IPropertyNotifySink* sink);
   void unadvise();

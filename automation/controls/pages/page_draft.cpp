@@ -118,6 +118,8 @@ std::optional<PageDraft::Refusal> PageDraft::apply() {
     field.entered.reset();
     field.reverting = false;
   }
+  if (!writes.empty())
+    for (const EditedObject& object : objects_) object.lay_out();
   try {
     refresh();  // an object may make something else of a value
   } catch (...) {
