@@ -2,20 +2,16 @@
 
 #include <cstring>
 #include <cwchar>
+#include <iterator>
 
 #include "automation/com/enumerator.h"
+#include "automation/controls/verbs.h"
 
 namespace tornby::automation {
 
-struct KeptVerb {
-  LONG number;
-  const wchar_t* name;
-  DWORD attributes;
-};
-
 template <>
 struct EnumeratorItem<OLEVERB> {
-  using Kept = KeptVerb;
+  using Kept = Verb;
   static HRESULT copy(const Kept& kept, OLEVERB* out) {
     const std::size_t size = (std::wcslen(kept.name) + 1) * sizeof(wchar_t);
     *out = {kept.number, static_cast<LPOLESTR>(::CoTaskMemAlloc(size)), 0, kept.attributes};
@@ -25,12 +21,6 @@ struct EnumeratorItem<OLEVERB> {
   }
   static void free(OLEVERB* item) { ::CoTaskMemFree(item->lpszVerbName); }
 };
-
-namespace {
-
-constexpr LONG properties_verb = 1;
-
-}  // namespace
 
 HRESULT ControlEmbedding::SetClientSite(IOleClientSite* site) {
   return run([&] {
@@ -93,9 +83,7 @@ HRESULT ControlEmbedding::EnumVerbs(IEnumOLEVERB** verbs) {
   if (!verbs) return E_POINTER;
   *verbs = nullptr;
   return run([&] {
-    *verbs = make_enumerator<IEnumOLEVERB, OLEVERB>(
-        {{OLEIVERB_PRIMARY, L"&Edit", OLEVERBATTRIB_ONCONTAINERMENU},
-         {properties_verb, L"&Properties...", OLEVERBATTRIB_ONCONTAINERMENU | OLEVERBATTRIB_NEVERDIRTIES}});
+    *verbs = make_enumerator<IEnumOLEVERB, OLEVERB>({std::begin(control_verbs), std::end(control_verbs)});
   });
 }
 

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "automation/com/error_edge.h"
+#include "automation/controls/verbs.h"
 #include "automation/server/class_table.h"
 #include "automation/server/module.h"
 #include "automation/server/registry_key.h"
@@ -86,6 +87,10 @@ void register_class(HKEY root, const ClassEntry& entry, const std::wstring& dll,
     categories.add(control_category);
     categories.add(insertable_category);
     key.add(L"MiscStatus", L"0").add(L"1", std::to_wstring(entry.misc_status));  // 1 is DVASPECT_CONTENT
+    const RegistryKey verbs = key.add(L"Verb");
+    // A name, menu flags (none), and the verb's attributes.
+    for (const Verb& verb : control_verbs)
+      verbs.add(std::to_wstring(verb.number), std::wstring(verb.name) + L",0," + std::to_wstring(verb.attributes));
     key.add(L"ToolboxBitmap32", dll + L", " + std::to_wstring(entry.toolbox_picture));
   }
 

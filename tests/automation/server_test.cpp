@@ -32,6 +32,24 @@ std::wstring read_key(HKEY root, const std::wstring& path, const wchar_t* value 
   return text;
 }
 
+std::wstring all_verbs(IEnumOLEVERB* verbs) {
+  std::wstring text;
+  for (OLEVERB verb = {}; verbs->Next(1, &verb, nullptr) == S_OK; ::CoTaskMemFree(verb.lpszVerbName))
+    text += std::to_wstring(verb.lVerb) + verb.lpszVerbName + std::to_wstring(verb.grfAttribs) + L' ';
+  return text;
+}
+
+/// The menu of an object that sleeps in a document is that of the same one awake.
+void expect_agreement_on_verbs(REFCLSID id, IDispatch* object) {
+  ComPtr<IOleObject> control;
+  ComPtr<IEnumOLEVERB> registered, own;
+  if (object->QueryInterface(IID_IOleObject, control.out_void()) != S_OK) return;
+  ASSERT_EQ(::OleRegEnumVerbs(id, registered.out()), S_OK);
+  ASSERT_EQ(control->EnumVerbs(own.out()), S_OK);
+  EXPECT_EQ(all_verbs(registered.get()), L"0&Edit2 1&Properties...3 ");
+  EXPECT_EQ(all_verbs(own.get()), L"0&Edit2 1&Properties...3 ");
+}
+
 /// What the registry or the manifest says of a class, null for one that is no control, and what its object says.
 void expect_agreement_on_status(REFCLSID id, IDispatch* object) {
   ComPtr<IOleObject> control;
@@ -107,6 +125,7 @@ TEST(Server, RegistersForTheMachineAndRemovesItAll) {
     ComPtr<IDispatch> object;
     ASSERT_EQ(::CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, object.out_void()), S_OK);
     expect_agreement_on_status(id, object.get());
+    expect_agreement_on_verbs(id, object.get());
     const bool is_control = read_key(HKEY_LOCAL_MACHINE, key + L"\\MiscStatus") == L"0";
     EXPECT_EQ(toolbox_picture_exists(read_key(HKEY_LOCAL_MACHINE, key + L"\\ToolboxBitmap32")), is_control);
     for (const GUID& list : {CATID_Control, CATID_Insertable}) EXPECT_EQ(is_listed(id, list), is_control);
