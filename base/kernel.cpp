@@ -12,6 +12,7 @@ Features available_features() {
   add(newer_encoding, __builtin_cpu_supports("avx"));
   add(wide_vectors, __builtin_cpu_supports("avx2"));
   add(wide_carryless, __builtin_cpu_supports("vpclmulqdq"));
+  add(wide_tables, __builtin_cpu_supports("avx512vbmi"));
   add(widest_vectors,
       __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx512vl"));
 #endif

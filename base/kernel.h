@@ -18,6 +18,7 @@ inline constexpr Features newer_encoding = 4;            // AVX: 128 bits
 inline constexpr Features wide_vectors = 8;              // AVX2: 256 bits
 inline constexpr Features wide_carryless = 16;           // VPCLMULQDQ
 inline constexpr Features widest_vectors = 32;           // AVX-512 F, BW and VL: 512 bits
+inline constexpr Features wide_tables = 64;              // AVX-512 VBMI
 
 // The vector kernels stand in files of their own, compiled for the instructions that they need, the whole of each: then
 // the compiler aligns the stack, which 32-bit callers may hold on a boundary of four bytes. Such a file uses no

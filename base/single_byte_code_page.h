@@ -1,20 +1,17 @@
 // Code pages of one byte a character, by table.
 #pragma once
 
-#include <array>
-#include <vector>
+#include <utility>
 
 #include "base/ansi_code_page.h"
-#include "base/code_run.h"
+#include "base/code_map.h"
 
 namespace tornby {
 
 class SingleByteCodePage final : public AnsiCodePage {
  public:
-  using Characters = std::array<char16_t, 256>;
-
   /// `characters` are those of the 256 codes; `codes` holds the code of each of the 65,536 UTF-16 units.
-  SingleByteCodePage(unsigned identifier, const Characters& characters, std::vector<std::uint8_t> codes);
+  SingleByteCodePage(unsigned identifier, const Characters& characters, UnitCodes codes);
 
   /// The same with `codes` derived: the inverse of `characters`, and "?" for every unit that is not among them.
   SingleByteCodePage(unsigned identifier, const Characters& characters);
@@ -29,16 +26,18 @@ class SingleByteCodePage final : public AnsiCodePage {
   void encode_each(StringView text, std::uint8_t* out) const override;
 
  private:
-  /// What every unit becomes, and the run of them that needs no table.
+  /// What every unit becomes, and what of that goes by vectors.
   struct Codes {
-    std::vector<std::uint8_t> of;
-    CodeRun run;
+    Codes(const Characters& characters, UnitCodes codes, const CodeRun& run)
+        : of(std::move(codes)), map(characters, of, run) {}
+    UnitCodes of;
+    CodeMap map;
   };
   void encode_by(const Codes& codes, StringView text, std::uint8_t* out) const;
 
   unsigned identifier_;
   Characters characters_;
-  CodeRun run_;
+  CharacterMap map_;
   Codes codes_;
   Codes each_codes_;
   bool ascii_is_itself_ = true;

@@ -4,7 +4,6 @@
 #include <array>
 #include <bit>
 
-#include "base/code_run.h"
 #include "base/runtime_error.h"
 #include "base/written.h"
 #include "checksums/hex/kernels.h"
@@ -15,8 +14,6 @@ namespace {
 
 // Text passes through blocks of this many bytes, which stay in the processor's nearest memory.
 constexpr std::size_t block_size = 4096;
-using Block = std::array<std::uint8_t, block_size>;
-using Digits = std::array<std::uint8_t, 2 * block_size>;
 
 static_assert(std::endian::native == std::endian::little, "a string's storage has the low byte first");
 
@@ -39,7 +36,7 @@ class Cipher {
   std::size_t phase_ = 0;
 };
 
-bool is_blank(std::uint8_t character) {
+bool is_blank(char16_t character) {
   return character == ' ' || character == '\t' || character == '\r' || character == '\n';
 }
 
@@ -47,25 +44,10 @@ bool is_blank(std::uint8_t character) {
   throw RuntimeError(StandardError::type_mismatch);
 }
 
-/// Reads the pairs of digits in `text`, which may hold blanks anywhere, and returns what is left behind the last pair:
-/// nothing, a digit or a blank. The digits are moved together where blanks are in their way.
-std::span<std::uint8_t> read_pairs(std::span<std::uint8_t> text, std::uint8_t* bytes, std::size_t& pairs) {
-  pairs = hex::best().decode(text.data(), text.size() / 2, bytes);
-  if (pairs < text.size() / 2) {
-    const auto rest = text.subspan(2 * pairs);
-    const auto end = std::remove_if(rest.begin(), rest.end(), is_blank);
-    text = text.first(static_cast<std::size_t>(end - text.begin()));
-    const std::size_t more = text.size() / 2 - pairs;
-    if (hex::best().decode(rest.data(), more, bytes + pairs) != more) refuse();
-    pairs += more;
-  }
-  return text.subspan(2 * pairs);
-}
-
-bool is_digit(std::uint8_t character) {
-  const std::uint8_t pair[] = {'0', character};
+bool is_digit(char16_t character) {
+  const char16_t pair[] = {u'0', character};
   std::uint8_t ignored = 0;
-  return hex::best().decode(pair, 1, &ignored) == 1;
+  return hex::best().decode_units(pair, 1, &ignored) == 1;
 }
 
 }  // namespace
@@ -88,21 +70,25 @@ String clsEncryptXOR::HexDecrypt(StringView digits) const {
     const auto bytes = reinterpret_cast<std::uint8_t*>(place);
     std::size_t size = 0;
     Cipher cipher(key_);
-    Digits block;
-    std::size_t kept = 0;  // from the block before: a digit or a blank
+    std::array<char16_t, 2 * block_size + 1> gathered;  // where blanks are in the way
+    std::size_t kept = 0;                               // a digit without its partner, the first of them
     while (!digits.empty()) {
-      const StringView some = digits.substr(0, block.size() - kept);
-      if (!narrow_ascii(some, block.data() + kept)) refuse();
+      StringView some = digits.substr(0, 2 * block_size);
       digits.remove_prefix(some.size());
-
-      std::size_t pairs = 0;
-      const auto left = read_pairs(std::span(block).first(kept + some.size()), bytes + size, pairs);
+      std::size_t pairs = kept == 0 ? hex::best().decode_units(some.data(), some.size() / 2, bytes + size) : 0;
+      some.remove_prefix(2 * pairs);
+      if (!some.empty()) {
+        const auto end = std::remove_copy_if(some.begin(), some.end(), gathered.begin() + kept, is_blank);
+        const auto count = static_cast<std::size_t>(end - gathered.begin());
+        if (hex::best().decode_units(gathered.data(), count / 2, bytes + size + pairs) != count / 2) refuse();
+        pairs += count / 2;
+        kept = count % 2;
+        if (kept != 0) gathered[0] = gathered[count - 1];
+      }
       cipher.apply({bytes + size, pairs}, bytes + size);
       size += pairs;
-      kept = left.size();
-      if (!left.empty()) block[0] = left[0];
     }
-    if (kept != 0 && !is_blank(block[0]) && !is_digit(block[0])) refuse();
+    if (kept != 0 && !is_digit(gathered[0])) refuse();
     if (size % 2 != 0) bytes[size++] = 0;
     return size / 2;
   });
@@ -111,20 +97,17 @@ String clsEncryptXOR::HexDecrypt(StringView digits) const {
 String clsEncryptXOR::HexEncrypt(StringView text) const {
   if (key_.empty()) return {};
   ByteView bytes = storage(text);
-  return written(2 * bytes.size(), [&](char16_t* place) {
-    const char16_t* const start = place;
+  const std::size_t size = 2 * bytes.size();
+  return written(size, [&](char16_t* place) {
     Cipher cipher(key_);
-    Block block;
-    Digits digits;
-    while (!bytes.empty()) {
+    std::array<std::uint8_t, block_size> block;
+    for (; !bytes.empty(); bytes = bytes.subspan(std::min(bytes.size(), block.size()))) {
       const ByteView some = bytes.first(std::min(bytes.size(), block.size()));
       cipher.apply(some, block.data());
-      hex::best().encode(block.data(), some.size(), digits.data());
-      widen_bytes({digits.data(), 2 * some.size()}, place);
+      hex::best().encode_units(block.data(), some.size(), place);
       place += 2 * some.size();
-      bytes = bytes.subspan(some.size());
     }
-    return static_cast<std::size_t>(place - start);
+    return size;
   });
 }
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "base/code_run.h"
+#include "base/code_map.h"
 #include "base/runtime_error.h"
 #include "base/written.h"
 #include "checksums/base64/kernels.h"
@@ -20,14 +20,23 @@ constexpr std::size_t groups_a_block = 1024;
 constexpr std::size_t bytes_a_block = groups_a_block * bytes_a_group;
 constexpr std::size_t digits_a_block = groups_a_block * digits_a_group;
 using ByteBlock = std::array<std::uint8_t, bytes_a_block>;
-using DigitBlock = std::array<std::uint8_t, digits_a_block>;
 
 [[noreturn]] void refuse(StringView description) {
   throw RuntimeError(object_error_base, String(description));
 }
 
-void read_groups(const std::uint8_t* digits, std::size_t groups, std::uint8_t* bytes) {
-  if (base64::best().decode(digits, groups, bytes) != groups) refuse(u"Illegal character.");
+/// The kernels for digits that are bytes and for those that are units.
+void write_groups(const std::uint8_t* bytes, std::size_t groups, std::uint8_t* digits) {
+  base64::best().encode(bytes, groups, digits);
+}
+void write_groups(const std::uint8_t* bytes, std::size_t groups, char16_t* digits) {
+  base64::best().encode_units(bytes, groups, digits);
+}
+std::size_t read_groups(const std::uint8_t* digits, std::size_t groups, std::uint8_t* bytes) {
+  return base64::best().decode(digits, groups, bytes);
+}
+std::size_t read_groups(const char16_t* digits, std::size_t groups, std::uint8_t* bytes) {
+  return base64::best().decode_units(digits, groups, bytes);
 }
 
 /// The number of digits, padding included.
@@ -41,33 +50,35 @@ std::size_t bytes_for(std::size_t digits) {
 }
 
 /// Writes the digits of all the bytes, padded, and returns how many.
-std::size_t encode(ByteView bytes, std::uint8_t* digits) {
+template <class Digit>
+std::size_t encode(ByteView bytes, Digit* digits) {
   const std::size_t groups = bytes.size() / bytes_a_group;
-  base64::best().encode(bytes.data(), groups, digits);
-  const ByteView rest = bytes.subspan(groups * bytes_a_group);
-  if (!rest.empty()) {
-    std::array<std::uint8_t, bytes_a_group> last = {};
-    std::copy(rest.begin(), rest.end(), last.begin());
-    std::uint8_t* const out = digits + groups * digits_a_group;
-    base64::best().encode(last.data(), 1, out);
-    std::fill(out + rest.size() + 1, out + digits_a_group, std::uint8_t{'='});
+  write_groups(bytes.data(), groups, digits);
+  if (const ByteView rest = bytes.subspan(groups * bytes_a_group); !rest.empty()) {
+    const std::uint8_t last[] = {rest[0], rest.size() == 2 ? rest[1] : std::uint8_t{0}, 0};
+    Digit* const out = digits + groups * digits_a_group;
+    base64::encode_plain(last, 1, out);
+    if (rest.size() == 1) out[2] = '=';
+    out[3] = '=';
   }
   return digits_for(bytes.size());
 }
 
 /// Reads `size` digits, behind which their padding stands, and returns how many bytes they are.
-std::size_t decode(const std::uint8_t* digits, std::size_t size, std::uint8_t* bytes) {
+template <class Digit>
+std::size_t decode(const Digit* digits, std::size_t size, std::uint8_t* bytes) {
   const std::size_t groups = size / digits_a_group;
   const std::size_t rest = size % digits_a_group;
-  read_groups(digits, groups, bytes);
+  bool legal = read_groups(digits, groups, bytes) == groups;
   if (rest != 0) {
     // The second digit counts even where it is padding; the third and fourth may be missing.
-    std::array<std::uint8_t, digits_a_group> last = {'A', 'A', 'A', 'A'};
-    std::copy_n(digits + groups * digits_a_group, std::max<std::size_t>(rest, 2), last.begin());
-    std::array<std::uint8_t, bytes_a_group> read;
-    read_groups(last.data(), 1, read.data());
-    std::copy_n(read.begin(), bytes_for(rest), bytes + groups * bytes_a_group);
+    const Digit* const end = digits + groups * digits_a_group;
+    const Digit last[] = {end[0], end[1], rest == 3 ? end[2] : Digit{'A'}, Digit{'A'}};
+    std::uint8_t read[bytes_a_group];
+    legal = legal && base64::decode_plain(last, 1, read) == 1;
+    std::copy_n(read, bytes_for(rest), bytes + groups * bytes_a_group);
   }
+  if (!legal) refuse(u"Illegal character.");
   return bytes_for(size);
 }
 
@@ -83,24 +94,13 @@ std::size_t without_padding(const Text& text) {
 /// Hands the bytes that `text` stands for to `take`, block by block.
 template <class Take>
 void decode_by_blocks(StringView text, Take take) {
-  DigitBlock digits;
   ByteBlock bytes;
   for (std::size_t size = without_padding(text); size != 0;) {
     const std::size_t some = std::min(size, digits_a_block);
-    const StringView with_padding = text.substr(0, (some + digits_a_group - 1) / digits_a_group * digits_a_group);
-    if (!narrow_ascii(with_padding, digits.data())) refuse(u"Illegal character.");
-    take(std::span(bytes).first(decode(digits.data(), some, bytes.data())));
+    take(std::span(bytes).first(decode(text.data(), some, bytes.data())));
     text.remove_prefix(some);
     size -= some;
   }
-}
-
-/// Writes the digits of a block as characters, and returns how many.
-std::size_t write_digits(ByteView bytes, char16_t* place) {
-  DigitBlock digits;
-  const std::size_t size = encode(bytes, digits.data());
-  widen_bytes({digits.data(), size}, place);
-  return size;
 }
 
 /// Hands a text or a block of bytes to `take` in pieces that become a block of digits each.
@@ -113,7 +113,7 @@ void for_each_block(Whole whole, Take take) {
 String digits_of(ByteView bytes) {
   return written(digits_for(bytes.size()), [&](char16_t* place) {
     std::size_t size = 0;
-    for_each_block(bytes, [&](ByteView some) { size += write_digits(some, place + size); });
+    for_each_block(bytes, [&](ByteView some) { size += encode(some, place + size); });
     return size;
   });
 }
@@ -162,7 +162,7 @@ String clsWebEncryption::Encrypt(String& text, StringView key) const {
     for_each_block(StringView(text), [&](StringView some) {
       const auto codes = std::span(bytes).first(code_page_->encode(some, bytes.data()));
       cipher.apply(codes);
-      size += write_digits(codes, place + size);
+      size += encode(codes, place + size);
       changed += code_page_->decode(codes, changed);
     });
     return size;
@@ -227,7 +227,7 @@ String clsWebEncryption::bsEncodeString(StringView text) const {
     std::size_t size = 0;
     for_each_block(text, [&](StringView some) {
       code_page_->encode_each(some, bytes.data());
-      size += write_digits({bytes.data(), some.size()}, place + size);
+      size += encode({bytes.data(), some.size()}, place + size);
     });
     return size;
   });
@@ -236,7 +236,7 @@ String clsWebEncryption::bsEncodeString(StringView text) const {
 Bytes clsWebEncryption::bsEncode(ByteView bytes) const {
   Bytes result;
   result.reserve(digits_for(bytes.size()));
-  DigitBlock digits;
+  std::array<std::uint8_t, digits_a_block> digits;
   for_each_block(bytes, [&](ByteView some) {
     result.insert(result.end(), digits.data(), digits.data() + encode(some, digits.data()));
   });

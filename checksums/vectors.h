@@ -10,12 +10,20 @@
 namespace tornby {
 namespace {
 
+// Digits are bytes or units. A unit that is no byte is read as 0 or 255, neither of them a digit.
 struct Narrow {
   using Vector = __m128i;
   static constexpr std::size_t size = 16;
 
   static Vector load(const void* from) { return _mm_loadu_si128(static_cast<const Vector*>(from)); }
   static void store(void* to, Vector v) { _mm_storeu_si128(static_cast<Vector*>(to), v); }
+  static Vector load_digits(const std::uint8_t* from) { return load(from); }
+  static Vector load_digits(const char16_t* from) { return _mm_packus_epi16(load(from), load(from + 8)); }
+  static void store_digits(std::uint8_t* to, Vector v) { store(to, v); }
+  static void store_digits(char16_t* to, Vector v) {
+    store(to, _mm_unpacklo_epi8(v, all8(0)));
+    store(to + 8, _mm_unpackhi_epi8(v, all8(0)));
+  }
   static Vector all8(int value) { return _mm_set1_epi8(static_cast<char>(value)); }
   static Vector all16(int value) { return _mm_set1_epi16(static_cast<short>(value)); }
   static Vector all32(int value) { return _mm_set1_epi32(value); }
@@ -47,6 +55,15 @@ struct Wide {
 
   static Vector load(const void* from) { return _mm256_loadu_si256(static_cast<const Vector*>(from)); }
   static void store(void* to, Vector v) { _mm256_storeu_si256(static_cast<Vector*>(to), v); }
+  static Vector load_digits(const std::uint8_t* from) { return load(from); }
+  static Vector load_digits(const char16_t* from) {
+    return _mm256_permute4x64_epi64(_mm256_packus_epi16(load(from), load(from + 16)), 0xD8);
+  }
+  static void store_digits(std::uint8_t* to, Vector v) { store(to, v); }
+  static void store_digits(char16_t* to, Vector v) {
+    store(to, _mm256_cvtepu8_epi16(_mm256_castsi256_si128(v)));
+    store(to + 16, _mm256_cvtepu8_epi16(_mm256_extracti128_si256(v, 1)));
+  }
   static Vector all8(int value) { return _mm256_set1_epi8(static_cast<char>(value)); }
   static Vector all16(int value) { return _mm256_set1_epi16(static_cast<short>(value)); }
   static Vector all32(int value) { return _mm256_set1_epi32(value); }

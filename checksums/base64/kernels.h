@@ -13,8 +13,10 @@ std::span<const Codec> kernels();
 /// The best kernel for this processor.
 const Codec& best();
 
-// The plain kernel.
-void encode_plain(const std::uint8_t* bytes, std::size_t groups, std::uint8_t* digits);
-std::size_t decode_plain(const std::uint8_t* digits, std::size_t groups, std::uint8_t* bytes);
+// The plain kernel, for digits that are bytes or units.
+template <class Digit>
+void encode_plain(const std::uint8_t* bytes, std::size_t groups, Digit* digits);
+template <class Digit>
+std::size_t decode_plain(const Digit* digits, std::size_t groups, std::uint8_t* bytes);
 
 }  // namespace tornby::base64

@@ -108,13 +108,14 @@ void store_joined(std::uint8_t* bytes, __m256i joined, bool more_follow) {
 }
 #endif
 
-template <class V>
-void store_digits(std::uint8_t* digits, typename V::Vector spread_bytes) {
-  V::store(digits, digits_of<V>(split<V>(spread_bytes)));
+template <class V, class Digit>
+void store_digits(Digit* digits, typename V::Vector spread_bytes) {
+  V::store_digits(digits, digits_of<V>(split<V>(spread_bytes)));
 }
 
 /// Needs two groups and a vector of them.
-void encode_narrow(const std::uint8_t* bytes, std::size_t groups, std::uint8_t* digits) {
+template <class Digit>
+void encode_narrow(const std::uint8_t* bytes, std::size_t groups, Digit* digits) {
   constexpr std::size_t step = groups_a_vector<Narrow>;
   std::size_t done = 2;
   encode_plain(bytes, done, digits);
@@ -126,7 +127,8 @@ void encode_narrow(const std::uint8_t* bytes, std::size_t groups, std::uint8_t* 
 
 #ifdef __AVX2__
 /// Needs a vector of groups.
-void encode_wide(const std::uint8_t* bytes, std::size_t groups, std::uint8_t* digits) {
+template <class Digit>
+void encode_wide(const std::uint8_t* bytes, std::size_t groups, Digit* digits) {
   constexpr std::size_t step = groups_a_vector<Wide>;
   const std::size_t last = groups - step;
   store_digits<Wide>(digits, spread_alone(bytes));
@@ -137,13 +139,13 @@ void encode_wide(const std::uint8_t* bytes, std::size_t groups, std::uint8_t* di
 }
 #endif
 
-template <class V>
-std::size_t decode_by(const std::uint8_t* digits, std::size_t groups, std::uint8_t* bytes) {
+template <class V, class Digit>
+std::size_t decode_by(const Digit* digits, std::size_t groups, std::uint8_t* bytes) {
   std::size_t done = 0;
   const auto none = V::all8(0);
   const auto decode_vector = [&](std::size_t at, bool more_follow) {
     auto reasons = none;
-    const auto values = values_of<V>(V::load(digits + 4 * at), reasons);
+    const auto values = values_of<V>(V::load_digits(digits + 4 * at), reasons);
     if (V::any_high_bit(V::greater8(reasons, none))) return false;
     store_joined(bytes + 3 * at, join<V>(values), more_follow);
     return true;
@@ -151,8 +153,8 @@ std::size_t decode_by(const std::uint8_t* digits, std::size_t groups, std::uint8
   constexpr std::size_t step = groups_a_vector<V>;
   for (; groups - done > 2 * step + 1; done += 2 * step) {
     auto reasons = none;
-    const auto first = values_of<V>(V::load(digits + 4 * done), reasons);
-    const auto second = values_of<V>(V::load(digits + 4 * (done + step)), reasons);
+    const auto first = values_of<V>(V::load_digits(digits + 4 * done), reasons);
+    const auto second = values_of<V>(V::load_digits(digits + 4 * (done + step)), reasons);
     if (V::any_high_bit(V::greater8(reasons, none))) break;
     store_joined(bytes + 3 * done, join<V>(first), true);
     store_joined(bytes + 3 * (done + step), join<V>(second), true);
@@ -164,7 +166,8 @@ std::size_t decode_by(const std::uint8_t* digits, std::size_t groups, std::uint8
 
 }  // namespace
 
-void encode(const std::uint8_t* bytes, std::size_t groups, std::uint8_t* digits) {
+template <class Digit>
+void encode(const std::uint8_t* bytes, std::size_t groups, Digit* digits) {
 #ifdef __AVX2__
   if (groups >= groups_a_vector<Wide>) return encode_wide(bytes, groups, digits);
 #endif
@@ -172,10 +175,16 @@ void encode(const std::uint8_t* bytes, std::size_t groups, std::uint8_t* digits)
   encode_plain(bytes, groups, digits);
 }
 
-std::size_t decode(const std::uint8_t* digits, std::size_t groups, std::uint8_t* bytes) {
+template <class Digit>
+std::size_t decode(const Digit* digits, std::size_t groups, std::uint8_t* bytes) {
   if (groups >= groups_a_vector<Widest>) return decode_by<Widest>(digits, groups, bytes);
   if (groups >= groups_a_vector<Narrow>) return decode_by<Narrow>(digits, groups, bytes);
   return decode_plain(digits, groups, bytes);
 }
+
+template void encode(const std::uint8_t*, std::size_t, std::uint8_t*);
+template void encode(const std::uint8_t*, std::size_t, char16_t*);
+template std::size_t decode(const std::uint8_t*, std::size_t, std::uint8_t*);
+template std::size_t decode(const char16_t*, std::size_t, std::uint8_t*);
 
 }  // namespace tornby::base64::TORNBY_KERNEL

@@ -19,23 +19,35 @@ constexpr std::array<std::uint8_t, 256> value_of = [] {
   return values;
 }();
 
+template <class Digit>
+std::uint8_t value(Digit digit) {
+  return digit < value_of.size() ? value_of[digit] : no_digit;
+}
+
 }  // namespace
 
-void encode_plain(const std::uint8_t* bytes, std::size_t groups, std::uint8_t* digits) {
+template <class Digit>
+void encode_plain(const std::uint8_t* bytes, std::size_t groups, Digit* digits) {
   for (std::size_t i = 0; i < groups; ++i) {
     digits[2 * i] = digit_of[bytes[i] >> 4];
     digits[2 * i + 1] = digit_of[bytes[i] & 15];
   }
 }
 
-std::size_t decode_plain(const std::uint8_t* digits, std::size_t groups, std::uint8_t* bytes) {
+template <class Digit>
+std::size_t decode_plain(const Digit* digits, std::size_t groups, std::uint8_t* bytes) {
   for (std::size_t i = 0; i < groups; ++i) {
-    const unsigned high = value_of[digits[2 * i]];
-    const unsigned low = value_of[digits[2 * i + 1]];
+    const unsigned high = value(digits[2 * i]);
+    const unsigned low = value(digits[2 * i + 1]);
     if ((high | low) > 15) return i;
     bytes[i] = static_cast<std::uint8_t>(high << 4 | low);
   }
   return groups;
 }
+
+template void encode_plain(const std::uint8_t*, std::size_t, std::uint8_t*);
+template void encode_plain(const std::uint8_t*, std::size_t, char16_t*);
+template std::size_t decode_plain(const std::uint8_t*, std::size_t, std::uint8_t*);
+template std::size_t decode_plain(const char16_t*, std::size_t, std::uint8_t*);
 
 }  // namespace tornby::hex

@@ -7,9 +7,10 @@ namespace tornby::hex::TORNBY_KERNEL {
 namespace {
 
 /// Stores the digits of the upper and those of the lower halves of the bytes, by turns.
-void store_in_turns(std::uint8_t* digits, __m128i upper, __m128i lower) {
-  Narrow::store(digits, _mm_unpacklo_epi8(upper, lower));
-  Narrow::store(digits + Narrow::size, _mm_unpackhi_epi8(upper, lower));
+template <class Digit>
+void store_in_turns(Digit* digits, __m128i upper, __m128i lower) {
+  Narrow::store_digits(digits, _mm_unpacklo_epi8(upper, lower));
+  Narrow::store_digits(digits + Narrow::size, _mm_unpackhi_epi8(upper, lower));
 }
 __m128i in_storing_order(__m128i bytes) {
   return bytes;
@@ -19,9 +20,10 @@ __m128i packed(__m128i first, __m128i second) {
   return _mm_packus_epi16(first, second);
 }
 #ifdef __AVX2__
-void store_in_turns(std::uint8_t* digits, __m256i upper, __m256i lower) {
-  Wide::store(digits, _mm256_unpacklo_epi8(upper, lower));
-  Wide::store(digits + Wide::size, _mm256_unpackhi_epi8(upper, lower));
+template <class Digit>
+void store_in_turns(Digit* digits, __m256i upper, __m256i lower) {
+  Wide::store_digits(digits, _mm256_unpacklo_epi8(upper, lower));
+  Wide::store_digits(digits + Wide::size, _mm256_unpackhi_epi8(upper, lower));
 }
 /// The middle quarters change places, for what follows works within the halves.
 __m256i in_storing_order(__m256i bytes) {
@@ -32,8 +34,8 @@ __m256i packed(__m256i first, __m256i second) {
 }
 #endif
 
-template <class V>
-void encode_vector(const std::uint8_t* bytes, std::uint8_t* digits) {
+template <class V, class Digit>
+void encode_vector(const std::uint8_t* bytes, Digit* digits) {
   const auto digit_of =
       V::in_each_lane(_mm_setr_epi8('0', '1', '2', '3', '4', '5', '6', '7', '8', '9', 'A', 'B', 'C', 'D', 'E', 'F'));
   const auto low_half = V::all8(15);
@@ -53,24 +55,24 @@ typename V::Vector values_of(typename V::Vector characters) {
   return V::less8(decimal, letter);
 }
 
-template <class V>
-bool decode_vector(const std::uint8_t* digits, std::uint8_t* bytes) {
-  const auto first = values_of<V>(V::load(digits));
-  const auto second = values_of<V>(V::load(digits + V::size));
+template <class V, class Digit>
+bool decode_vector(const Digit* digits, std::uint8_t* bytes) {
+  const auto first = values_of<V>(V::load_digits(digits));
+  const auto second = values_of<V>(V::load_digits(digits + V::size));
   const auto weights = V::all16(0x0110);  // 16 for the first of a pair, 1 for the second
   V::store(bytes, packed(V::pair_sums8(first, weights), V::pair_sums8(second, weights)));
   return !V::any_high_bit(V::sum_at_most_255(V::either(first, second), V::all8(0x80 - 16)));
 }
 
-template <class V>
-void encode_by(const std::uint8_t* bytes, std::size_t groups, std::uint8_t* digits) {
+template <class V, class Digit>
+void encode_by(const std::uint8_t* bytes, std::size_t groups, Digit* digits) {
   std::size_t done = 0;
   for (; groups - done >= V::size; done += V::size) encode_vector<V>(bytes + done, digits + 2 * done);
   if (done != groups) encode_vector<V>(bytes + (groups - V::size), digits + 2 * (groups - V::size));
 }
 
-template <class V>
-std::size_t decode_by(const std::uint8_t* digits, std::size_t groups, std::uint8_t* bytes) {
+template <class V, class Digit>
+std::size_t decode_by(const Digit* digits, std::size_t groups, std::uint8_t* bytes) {
   std::size_t done = 0;
   bool legal = true;
   for (; legal && groups - done >= V::size; done += V::size) legal = decode_vector<V>(digits + 2 * done, bytes + done);
@@ -83,16 +85,23 @@ std::size_t decode_by(const std::uint8_t* digits, std::size_t groups, std::uint8
 
 }  // namespace
 
-void encode(const std::uint8_t* bytes, std::size_t groups, std::uint8_t* digits) {
+template <class Digit>
+void encode(const std::uint8_t* bytes, std::size_t groups, Digit* digits) {
   if (groups >= Widest::size) return encode_by<Widest>(bytes, groups, digits);
   if (groups >= Narrow::size) return encode_by<Narrow>(bytes, groups, digits);
   encode_plain(bytes, groups, digits);
 }
 
-std::size_t decode(const std::uint8_t* digits, std::size_t groups, std::uint8_t* bytes) {
+template <class Digit>
+std::size_t decode(const Digit* digits, std::size_t groups, std::uint8_t* bytes) {
   if (groups >= Widest::size) return decode_by<Widest>(digits, groups, bytes);
   if (groups >= Narrow::size) return decode_by<Narrow>(digits, groups, bytes);
   return decode_plain(digits, groups, bytes);
 }
+
+template void encode(const std::uint8_t*, std::size_t, std::uint8_t*);
+template void encode(const std::uint8_t*, std::size_t, char16_t*);
+template std::size_t decode(const std::uint8_t*, std::size_t, std::uint8_t*);
+template std::size_t decode(const char16_t*, std::size_t, std::uint8_t*);
 
 }  // namespace tornby::hex::TORNBY_KERNEL

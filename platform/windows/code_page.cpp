@@ -59,7 +59,7 @@ class MultiByteCodePage final : public AnsiCodePage {
 };
 
 std::unique_ptr<const AnsiCodePage> tabulate(unsigned identifier) {
-  SingleByteCodePage::Characters characters{};
+  Characters characters{};
   for (unsigned code = 0; code < characters.size(); ++code) {
     const char byte = static_cast<char>(code);
     if (::MultiByteToWideChar(identifier, 0, &byte, 1, wide(&characters[code]), 1) != 1)

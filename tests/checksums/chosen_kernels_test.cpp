@@ -4,7 +4,7 @@
 
 #include <string_view>
 
-#include "base/code_run.h"
+#include "base/code_map.h"
 #include "checksums/base64/kernels.h"
 #include "checksums/crc/kernels.h"
 #include "checksums/hex/kernels.h"
@@ -22,10 +22,11 @@ TEST(ChosenKernels, AreTheWidestThatTheProcessorHas) {
   EXPECT_EQ(hex::best().name, of_bytes);
   EXPECT_EQ(base64::best().name, of_bytes);
   EXPECT_EQ(keyed_xor::best().name, of_bytes);
-  EXPECT_STREQ(code_runs().name, avx2 ? "avx2" : avx ? "avx" : "plain");
+  const bool avx512 = __builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx512vl");
+  const bool permutes = avx512 && __builtin_cpu_supports("avx512vbmi");
+  EXPECT_STREQ(code_maps().name, permutes ? "permuted" : avx2 ? "avx2" : avx ? "avx" : "plain");
   const bool wide = avx2 && __builtin_cpu_supports("vpclmulqdq");
-  const bool widest = wide && __builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx512vl");
-  const std::string_view folded = widest ? "512 bits" : wide ? "256 bits" : narrow;
+  const std::string_view folded = wide && avx512 ? "512 bits" : wide ? "256 bits" : narrow;
   EXPECT_EQ(crc::best_crc16->name, folded);
   EXPECT_EQ(crc::best_crc32->name, folded);
 }

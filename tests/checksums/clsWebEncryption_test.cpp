@@ -31,7 +31,7 @@ String every_code(const AnsiCodePage& page) {
 /// Baltic, as far as it matters here: code 0xA8 is U+00D8, and code 0xD8 is U+0172.
 const AnsiCodePage& shifted_page() {
   static const SingleByteCodePage page = [] {
-    SingleByteCodePage::Characters characters{};
+    Characters characters{};
     std::iota(characters.begin(), characters.end(), char16_t{0});
     characters[0xA8] = 0xD8;
     characters[0xD8] = 0x172;

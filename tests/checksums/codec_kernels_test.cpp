@@ -53,6 +53,7 @@ TYPED_TEST(CodecKernel, AgreesAtEveryLengthAndAlignmentAndStaysInside) {
   constexpr std::size_t longest = 100, shifts = 33;
   testing::GuardedBuffer bytes_room(longest * TypeParam::bytes_a_group + shifts);
   testing::GuardedBuffer digits_room(longest * TypeParam::digits_a_group + shifts);
+  testing::GuardedBuffer units_room(2 * longest * TypeParam::digits_a_group);
   for (std::size_t groups = 0; groups <= longest; ++groups) {
     const auto bytes = testing::random_bytes(this->random_, groups * TypeParam::bytes_a_group);
     const auto digits = this->digits_by_bits(bytes);
@@ -64,6 +65,13 @@ TYPED_TEST(CodecKernel, AgreesAtEveryLengthAndAlignmentAndStaysInside) {
         ASSERT_TRUE(std::equal(digits.begin(), digits.end(), digits_place.begin())) << groups;
         std::fill(bytes_place.begin(), bytes_place.end(), std::uint8_t{0});
         ASSERT_EQ(kernel.decode(digits_place.data(), groups, bytes_place.data()), groups);
+        ASSERT_TRUE(std::equal(bytes.begin(), bytes.end(), bytes_place.begin())) << groups;
+
+        const auto units = reinterpret_cast<char16_t*>(units_room.at_end(2 * digits.size()).data());
+        kernel.encode_units(bytes_place.data(), groups, units);
+        ASSERT_TRUE(std::equal(digits.begin(), digits.end(), units)) << groups;
+        std::fill(bytes_place.begin(), bytes_place.end(), std::uint8_t{0});
+        ASSERT_EQ(kernel.decode_units(units, groups, bytes_place.data()), groups);
         ASSERT_TRUE(std::equal(bytes.begin(), bytes.end(), bytes_place.begin())) << groups;
       });
     };
@@ -89,8 +97,13 @@ TYPED_TEST(CodecKernel, StopsAtTheFirstGroupWithAnythingButDigits) {
       std::copy(digits.begin(), digits.end(), place.begin());
       place[at] = static_cast<std::uint8_t>(value);
       testing::with_each(TypeParam::kernels(), [&](const Codec& kernel) {
-        ASSERT_EQ(kernel.decode(place.data(), groups, out.data()), legal ? groups : at / TypeParam::digits_a_group)
+        const std::size_t first = at / TypeParam::digits_a_group;
+        ASSERT_EQ(kernel.decode(place.data(), groups, out.data()), legal ? groups : first) << value << " at " << at;
+        std::vector<char16_t> units(place.begin(), place.end());
+        ASSERT_EQ(kernel.decode_units(units.data(), groups, out.data()), legal ? groups : first)
             << value << " at " << at;
+        units[at] = static_cast<char16_t>(units[at] + 0x100 * (value + 1));  // up to 0xFFFF and round
+        ASSERT_EQ(kernel.decode_units(units.data(), groups, out.data()), value < 0xFF ? first : legal ? groups : first);
       });
     }
   }

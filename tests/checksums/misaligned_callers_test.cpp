@@ -4,7 +4,7 @@
 
 #include <array>
 
-#include "base/code_run.h"
+#include "base/code_map.h"
 #include "checksums/base64/kernels.h"
 #include "checksums/clsCRC.h"
 #include "checksums/clsEncryptXOR.h"
@@ -73,19 +73,30 @@ TEST(MisalignedCallers, GetTheSameFromEveryKernel) {
         Room digits{}, out{};
         kernel.encode(in.data(), groups, digits.data());
         out.back() = kernel.decode(digits.data(), groups, out.data()) == groups;
-        return std::pair(digits, out);
+        std::array<char16_t, 2 * size> units{};
+        kernel.encode_units(out.data(), groups, units.data());
+        return std::tuple(digits, out, units, kernel.decode_units(units.data(), groups, out.data()));
       });
     };
   };
   testing::with_each(hex::kernels(), of_codec(1));
   testing::with_each(base64::kernels(), of_codec(3));
-  testing::with_each(code_run_kernels(), [](const CodeRunKernel& kernel) {
+  Characters characters{};
+  UnitCodes unit_codes(0x10000);
+  for (unsigned code = 0; code < characters.size(); ++code) {
+    characters[code] = static_cast<char16_t>(code);
+    unit_codes[code] = static_cast<std::uint8_t>(code);
+  }
+  const CodeRun run{0x80, 0x80, 0x80};
+  const CodeMap map(characters, unit_codes, run);
+  const CharacterMap character_map(characters, run);
+  testing::with_each(code_map_kernels(), [&](const CodeMapKernel& kernel) {
     on_every_boundary([&] {
       std::array<char16_t, size> units, back{};
       for (std::size_t i = 0; i < size; ++i) units[i] = static_cast<char16_t>(i % 0x80 + (i % 3 == 0 ? 0x80 : 0));
       Room codes{};
-      kernel.narrow(units.data(), size, codes.data(), CodeRun{0x80, 0x80, 0x80});
-      kernel.widen(codes.data(), size, back.data(), CodeRun{0x80, 0x80, 0x80});
+      kernel.narrow(units.data(), size, codes.data(), &map);
+      kernel.widen(codes.data(), size, back.data(), character_map);
       return std::pair(codes, back);
     });
   });

@@ -1,5 +1,5 @@
 // Loops that compilers turn into vector code, whatever the width.
-#include "base/code_run.h"
+#include "base/code_map.h"
 
 namespace tornby::TORNBY_KERNEL {
 namespace {
@@ -43,8 +43,8 @@ template <class In, class Out>
 std::size_t convert(const In* in, std::size_t size, Out* out, const Place* place) {
   constexpr std::size_t short_stride = 16;
   std::size_t done = 0;
-  for (; size - done >= code_run_stride; done += code_run_stride)
-    if (!convert_stride<code_run_stride>(in + done, out + done, place)) return done;
+  for (; size - done >= code_stride; done += code_stride)
+    if (!convert_stride<code_stride>(in + done, out + done, place)) return done;
   for (; size - done >= short_stride; done += short_stride)
     if (!convert_stride<short_stride>(in + done, out + done, place)) return done;
   if (done != 0 && done != size) {  // the last stride overlaps the one before
@@ -58,12 +58,15 @@ std::size_t convert(const In* in, std::size_t size, Out* out, const Place* place
 
 }  // namespace
 
-std::size_t narrow(const char16_t* units, std::size_t size, std::uint8_t* codes, const CodeRun& run) {
+std::size_t narrow(const char16_t* units, std::size_t size, std::uint8_t* codes, const CodeMap* map) {
+  if (!map || map->run.length == 0) return convert(units, size, codes, nullptr);
+  const CodeRun& run = map->run;
   const Place place{run.first, static_cast<Unit>(run.length - 1), static_cast<Unit>(run.code - run.first)};
-  return convert(units, size, codes, run.length != 0 ? &place : nullptr);
+  return convert(units, size, codes, &place);
 }
 
-std::size_t widen(const std::uint8_t* codes, std::size_t size, char16_t* units, const CodeRun& run) {
+std::size_t widen(const std::uint8_t* codes, std::size_t size, char16_t* units, const CharacterMap& map) {
+  const CodeRun& run = map.run;
   const Place place{run.code, static_cast<Unit>(run.length - 1), static_cast<Unit>(run.first - run.code)};
   return convert(codes, size, units, run.length != 0 ? &place : nullptr);
 }

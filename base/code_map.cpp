@@ -1,0 +1,99 @@
+#include "base/code_map.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace tornby {
+#define TORNBY_VARIANT(name)                                                                                \
+  namespace name {                                                                                          \
+  std::size_t narrow(const char16_t* units, std::size_t size, std::uint8_t* codes, const CodeMap* map);     \
+  std::size_t widen(const std::uint8_t* codes, std::size_t size, char16_t* units, const CharacterMap& map); \
+  void widen_bytes(const std::uint8_t* bytes, std::size_t size, char16_t* units);                           \
+  }
+TORNBY_VARIANT(plain)
+TORNBY_VARIANT(avx)
+TORNBY_VARIANT(avx2)
+TORNBY_VARIANT(permuted)
+
+namespace {
+
+constexpr CodeMapKernel list[] = {
+#ifdef TORNBY_X86_KERNELS
+    {"permuted", widest_vectors | wide_tables, permuted::narrow, permuted::widen, permuted::widen_bytes},
+    {"avx2", wide_vectors, avx2::narrow, avx2::widen, avx2::widen_bytes},
+    {"avx", newer_encoding, avx::narrow, avx::widen, avx::widen_bytes},
+#endif
+    {"plain", no_features, plain::narrow, plain::widen, plain::widen_bytes},
+};
+constinit Chosen<CodeMapKernel> chosen(list);
+[[maybe_unused]] const bool has_choice = chosen.choose(list);
+
+std::uint8_t lower(unsigned unit) {
+  return static_cast<std::uint8_t>(unit);
+}
+std::uint8_t upper(unsigned unit) {
+  return static_cast<std::uint8_t>(unit >> 8);
+}
+
+/// A run made longer as far as these codes go on with it.
+CodeRun extended(CodeRun run, const UnitCodes& codes) {
+  if (run.length == 0) return run;
+  while (run.first > 0x80 && run.code > 0x80 && codes[run.first - 1u] == run.code - 1) {
+    --run.first;
+    --run.code;
+    ++run.length;
+  }
+  while (run.code + run.length < 0x100 && run.first + run.length < 0x10000 &&
+         codes[static_cast<std::size_t>(run.first + run.length)] == run.code + run.length)
+    ++run.length;
+  return run;
+}
+
+}  // namespace
+
+CodeMap::CodeMap(const Characters& characters, const UnitCodes& codes, const CodeRun& some_run)
+    : run(extended(some_run, codes)) {
+  auto& [shifts, uppers, slots] = places;
+  std::array<std::vector<char16_t>, 64> pages;
+  for (std::size_t code = 0x80; code < characters.size(); ++code)
+    pages[upper(characters[code]) % pages.size()].push_back(characters[code]);
+  std::array<std::size_t, 64> order;
+  std::iota(order.begin(), order.end(), 0u);
+  std::stable_sort(order.begin(), order.end(),
+                   [&](std::size_t a, std::size_t b) { return pages[a].size() > pages[b].size(); });
+
+  // The fullest page first, each at the first shift that finds all places free; one that finds none goes without.
+  std::array<bool, 256> taken{};
+  for (const std::size_t page : order)
+    for (unsigned shift = 0; shift < taken.size(); ++shift) {
+      const auto place = [shift](char16_t unit) { return lower(unit + shift); };
+      if (std::any_of(pages[page].begin(), pages[page].end(), [&](char16_t unit) { return taken[place(unit)]; }))
+        continue;
+      shifts[page] = lower(shift);
+      for (const char16_t unit : pages[page]) {
+        taken[place(unit)] = true;
+        uppers[place(unit)] = upper(unit);
+        slots[place(unit)] = codes[unit];
+      }
+      break;
+    }
+  // What is true of units from 0 to 255 goes where there is still room, so that every place holds something true.
+  for (unsigned unit = 0; unit < taken.size(); ++unit)
+    if (const std::uint8_t place = lower(unit + shifts[0]); !taken[place]) slots[place] = codes[unit];
+}
+
+CharacterMap::CharacterMap(const Characters& characters, const CodeRun& some_run) : run(some_run) {
+  for (std::size_t i = 0; i < std::size(lower); ++i) {
+    lower[i] = tornby::lower(characters[0x80 + i]);
+    upper[i] = tornby::upper(characters[0x80 + i]);
+  }
+}
+
+std::span<const CodeMapKernel> code_map_kernels() {
+  return list;
+}
+const CodeMapKernel& code_maps() {
+  return *chosen;
+}
+
+}  // namespace tornby

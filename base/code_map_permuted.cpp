@@ -1,0 +1,125 @@
+// Sixty-four characters a step: a permutation of bytes is a table of 128 entries, looked up for all of them at once.
+#include <immintrin.h>
+
+#include "base/code_map.h"
+
+namespace tornby::TORNBY_KERNEL {
+namespace {
+
+using Vector = __m512i;
+constexpr std::size_t step = code_stride, half = step / 2;
+
+Vector load(const void* from) {
+  return _mm512_loadu_si512(from);
+}
+void store(void* to, Vector v) {
+  _mm512_storeu_si512(to, v);
+}
+
+/// Where the bytes of a vector come from, in two others.
+struct Order {
+  alignas(64) std::uint8_t place[step];
+};
+constexpr Order every_second(unsigned first) {
+  Order order{};
+  for (unsigned i = 0; i < step; ++i) order.place[i] = static_cast<std::uint8_t>(2 * i + first);
+  return order;
+}
+constexpr Order in_turns(unsigned first) {
+  Order order{};
+  for (unsigned i = 0; i < step; ++i) order.place[i] = static_cast<std::uint8_t>(first + i / 2 + (i % 2) * step);
+  return order;
+}
+constexpr Order lower_bytes = every_second(0), upper_bytes = every_second(1);
+constexpr Order first_pairs = in_turns(0), last_pairs = in_turns(half);
+
+Vector picked(const Order& order, Vector a, Vector b) {
+  return _mm512_permutex2var_epi8(a, load(order.place), b);
+}
+/// Takes the lower seven bits of each index.
+Vector looked_up_in_128(const std::uint8_t* table, Vector index) {
+  return _mm512_permutex2var_epi8(load(table), index, load(table + step));
+}
+Vector looked_up(const std::uint8_t* table, Vector index) {
+  return _mm512_mask_blend_epi8(_mm512_movepi8_mask(index), looked_up_in_128(table, index),
+                                looked_up_in_128(table + 128, index));
+}
+
+/// The codes of a step. Returns whether that is what they are.
+bool find_codes(Vector first, Vector second, const CodeMap* map, Vector& codes) {
+  const Vector lower = picked(lower_bytes, first, second);
+  codes = lower;
+  const Vector beyond_ascii = _mm512_set1_epi16(static_cast<short>(0xFF80));
+  if (_mm512_test_epi16_mask(_mm512_or_si512(first, second), beyond_ascii) == 0) return true;
+  if (!map) return false;
+  const Vector upper = picked(upper_bytes, first, second);
+  const Vector place = _mm512_add_epi8(lower, _mm512_permutexvar_epi8(upper, load(map->places.shift)));
+  const Vector other_bits = _mm512_or_si512(upper, _mm512_and_si512(lower, _mm512_set1_epi8(static_cast<char>(0x80))));
+  const __mmask64 others = _mm512_test_epi8_mask(other_bits, other_bits);
+  codes = _mm512_mask_blend_epi8(others, lower, looked_up(map->places.code, place));
+  return _mm512_mask_cmpneq_epi8_mask(others, looked_up(map->places.upper, place), upper) == 0;
+}
+
+struct Units {
+  Vector first, second;
+};
+Units units_of(Vector lower, Vector upper) {
+  return {picked(first_pairs, lower, upper), picked(last_pairs, lower, upper)};
+}
+Units units_of(Vector codes, const CharacterMap& map) {
+  const __mmask64 others = _mm512_movepi8_mask(codes);
+  return units_of(_mm512_mask_blend_epi8(others, codes, looked_up_in_128(map.lower, codes)),
+                  _mm512_maskz_mov_epi8(others, looked_up_in_128(map.upper, codes)));
+}
+
+/// The first `size` of a step, as masks.
+struct Some {
+  explicit Some(std::size_t size) : all((std::uint64_t{1} << size) - 1) {}
+  __mmask32 first() const { return static_cast<__mmask32>(all); }
+  __mmask32 second() const { return static_cast<__mmask32>(all >> half); }
+  __mmask64 all;
+};
+
+template <class Convert>
+void widen_by(Convert convert, const std::uint8_t* codes, std::size_t size, char16_t* units) {
+  std::size_t done = 0;
+  for (; size - done >= step; done += step) {
+    const Units made = convert(load(codes + done));
+    store(units + done, made.first);
+    store(units + done + half, made.second);
+  }
+  if (done == size) return;
+  const Some rest(size - done);
+  const Units made = convert(_mm512_maskz_loadu_epi8(rest.all, codes + done));
+  _mm512_mask_storeu_epi16(units + done, rest.first(), made.first);
+  _mm512_mask_storeu_epi16(units + done + half, rest.second(), made.second);
+}
+
+}  // namespace
+
+std::size_t narrow(const char16_t* units, std::size_t size, std::uint8_t* codes, const CodeMap* map) {
+  Vector found;
+  std::size_t done = 0;
+  for (; size - done >= step; done += step) {
+    if (!find_codes(load(units + done), load(units + done + half), map, found)) return done;
+    store(codes + done, found);
+  }
+  if (done == size) return done;
+  const Some rest(size - done);
+  if (!find_codes(_mm512_maskz_loadu_epi16(rest.first(), units + done),
+                  _mm512_maskz_loadu_epi16(rest.second(), units + done + half), map, found))
+    return done;
+  _mm512_mask_storeu_epi8(codes + done, rest.all, found);
+  return size;
+}
+
+std::size_t widen(const std::uint8_t* codes, std::size_t size, char16_t* units, const CharacterMap& map) {
+  widen_by([&map](Vector some) { return units_of(some, map); }, codes, size, units);
+  return size;
+}
+
+void widen_bytes(const std::uint8_t* bytes, std::size_t size, char16_t* units) {
+  widen_by([](Vector some) { return units_of(some, _mm512_setzero_si512()); }, bytes, size, units);
+}
+
+}  // namespace tornby::TORNBY_KERNEL
