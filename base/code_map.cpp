@@ -28,10 +28,10 @@ constexpr CodeMapKernel list[] = {
 constinit Chosen<CodeMapKernel> chosen(list);
 [[maybe_unused]] const bool has_choice = chosen.choose(list);
 
-std::uint8_t lower(unsigned unit) {
+std::uint8_t lower_byte(unsigned unit) {
   return static_cast<std::uint8_t>(unit);
 }
-std::uint8_t upper(unsigned unit) {
+std::uint8_t upper_byte(unsigned unit) {
   return static_cast<std::uint8_t>(unit >> 8);
 }
 
@@ -53,39 +53,33 @@ CodeRun extended(CodeRun run, const UnitCodes& codes) {
 
 CodeMap::CodeMap(const Characters& characters, const UnitCodes& codes, const CodeRun& some_run)
     : run(extended(some_run, codes)) {
-  auto& [shifts, uppers, slots] = places;
   std::array<std::vector<char16_t>, 64> pages;
-  for (std::size_t code = 0x80; code < characters.size(); ++code)
-    pages[upper(characters[code]) % pages.size()].push_back(characters[code]);
+  for (std::size_t code = 0x80; code < characters.size(); ++code) {
+    const char16_t character = characters[code];
+    upper[code - 0x80] = upper_byte(character);
+    if (codes[character] == code) pages[upper_byte(character) % pages.size()].push_back(character);
+  }
   std::array<std::size_t, 64> order;
   std::iota(order.begin(), order.end(), 0u);
   std::stable_sort(order.begin(), order.end(),
                    [&](std::size_t a, std::size_t b) { return pages[a].size() > pages[b].size(); });
 
-  // The fullest page first, each at the first shift that finds all places free; one that finds none goes without.
-  std::array<bool, 256> taken{};
+  // The fullest page first, each by the first distance that finds all places free; one that finds none goes without.
   for (const std::size_t page : order)
-    for (unsigned shift = 0; shift < taken.size(); ++shift) {
-      const auto place = [shift](char16_t unit) { return lower(unit + shift); };
-      if (std::any_of(pages[page].begin(), pages[page].end(), [&](char16_t unit) { return taken[place(unit)]; }))
-        continue;
-      shifts[page] = lower(shift);
-      for (const char16_t unit : pages[page]) {
-        taken[place(unit)] = true;
-        uppers[place(unit)] = upper(unit);
-        slots[place(unit)] = codes[unit];
-      }
+    for (unsigned distance = 0; distance < std::size(code_at); ++distance) {
+      const auto place = [&](char16_t unit) -> std::uint8_t& { return code_at[lower_byte(unit + distance)]; };
+      const auto is_taken = [&](char16_t unit) { return place(unit) != 0; };
+      if (std::any_of(pages[page].begin(), pages[page].end(), is_taken)) continue;
+      shift[page] = lower_byte(distance);
+      for (const char16_t unit : pages[page]) place(unit) = codes[unit];
       break;
     }
-  // What is true of units from 0 to 255 goes where there is still room, so that every place holds something true.
-  for (unsigned unit = 0; unit < taken.size(); ++unit)
-    if (const std::uint8_t place = lower(unit + shifts[0]); !taken[place]) slots[place] = codes[unit];
 }
 
 CharacterMap::CharacterMap(const Characters& characters, const CodeRun& some_run) : run(some_run) {
   for (std::size_t i = 0; i < std::size(lower); ++i) {
-    lower[i] = tornby::lower(characters[0x80 + i]);
-    upper[i] = tornby::upper(characters[0x80 + i]);
+    lower[i] = lower_byte(characters[0x80 + i]);
+    upper[i] = upper_byte(characters[0x80 + i]);
   }
 }
 

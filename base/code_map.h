@@ -32,12 +32,11 @@ struct CodeMap {
   /// A run of the characters, made longer as far as the codes go on with it.
   CodeRun run;
 
-  /// A unit's place is its lower byte, moved on by the shift of its upper byte modulo 64. If `upper` there is its upper
-  /// byte, its code stands there.
-  struct Places {
-    alignas(64) std::uint8_t shift[64] = {};
-    std::uint8_t upper[256] = {}, code[256] = {};
-  } places;
+  /// A unit's place is its lower byte, moved on by the shift of its upper byte modulo 64. Its code is the one that
+  /// stands there, if that is above 127 and belongs to a character with this upper byte.
+  alignas(64) std::uint8_t shift[64] = {};
+  std::uint8_t code_at[256] = {};
+  std::uint8_t upper[128];  // the upper bytes of the characters, from code 128 on
 
   CodeMap(const Characters& characters, const UnitCodes& codes, const CodeRun& some_run);
 };

@@ -40,36 +40,36 @@ Vector picked(const Order& order, Vector a, Vector b) {
 Vector looked_up_in_128(const std::uint8_t* table, Vector index) {
   return _mm512_permutex2var_epi8(load(table), index, load(table + step));
 }
-Vector looked_up(const std::uint8_t* table, Vector index) {
+Vector looked_up_in_256(const std::uint8_t* table, Vector index) {
   return _mm512_mask_blend_epi8(_mm512_movepi8_mask(index), looked_up_in_128(table, index),
                                 looked_up_in_128(table + 128, index));
 }
 
 /// The codes of a step. Returns whether that is what they are.
 bool find_codes(Vector first, Vector second, const CodeMap* map, Vector& codes) {
-  const Vector lower = picked(lower_bytes, first, second);
+  const Vector lower = picked(lower_bytes, first, second), upper = picked(upper_bytes, first, second);
+  const Vector high_bit = _mm512_set1_epi8(static_cast<char>(0x80));
+  const Vector beyond_ascii = _mm512_or_si512(upper, _mm512_and_si512(lower, high_bit));
+  const __mmask64 others = _mm512_test_epi8_mask(beyond_ascii, beyond_ascii);
   codes = lower;
-  const Vector beyond_ascii = _mm512_set1_epi16(static_cast<short>(0xFF80));
-  if (_mm512_test_epi16_mask(_mm512_or_si512(first, second), beyond_ascii) == 0) return true;
+  if (others == 0) return true;
   if (!map) return false;
-  const Vector upper = picked(upper_bytes, first, second);
-  const Vector place = _mm512_add_epi8(lower, _mm512_permutexvar_epi8(upper, load(map->places.shift)));
-  const Vector other_bits = _mm512_or_si512(upper, _mm512_and_si512(lower, _mm512_set1_epi8(static_cast<char>(0x80))));
-  const __mmask64 others = _mm512_test_epi8_mask(other_bits, other_bits);
-  codes = _mm512_mask_blend_epi8(others, lower, looked_up(map->places.code, place));
-  return _mm512_mask_cmpneq_epi8_mask(others, looked_up(map->places.upper, place), upper) == 0;
+  const Vector place = _mm512_add_epi8(lower, _mm512_permutexvar_epi8(upper, load(map->shift)));
+  const Vector code = looked_up_in_256(map->code_at, place);
+  codes = _mm512_mask_blend_epi8(others, lower, code);
+  const Vector wrong = _mm512_xor_si512(looked_up_in_128(map->upper, code), upper);
+  const Vector wrong_or_none = _mm512_or_si512(wrong, _mm512_andnot_si512(code, high_bit));
+  return _mm512_mask_test_epi8_mask(others, wrong_or_none, wrong_or_none) == 0;
 }
 
 struct Units {
   Vector first, second;
 };
-Units units_of(Vector lower, Vector upper) {
-  return {picked(first_pairs, lower, upper), picked(last_pairs, lower, upper)};
-}
 Units units_of(Vector codes, const CharacterMap& map) {
   const __mmask64 others = _mm512_movepi8_mask(codes);
-  return units_of(_mm512_mask_blend_epi8(others, codes, looked_up_in_128(map.lower, codes)),
-                  _mm512_maskz_mov_epi8(others, looked_up_in_128(map.upper, codes)));
+  const Vector lower = _mm512_mask_blend_epi8(others, codes, looked_up_in_128(map.lower, codes));
+  const Vector upper = _mm512_maskz_mov_epi8(others, looked_up_in_128(map.upper, codes));
+  return {picked(first_pairs, lower, upper), picked(last_pairs, lower, upper)};
 }
 
 /// The first `size` of a step, as masks.
@@ -119,7 +119,11 @@ std::size_t widen(const std::uint8_t* codes, std::size_t size, char16_t* units, 
 }
 
 void widen_bytes(const std::uint8_t* bytes, std::size_t size, char16_t* units) {
-  widen_by([](Vector some) { return units_of(some, _mm512_setzero_si512()); }, bytes, size, units);
+  const auto units_of_bytes = [](Vector some) {
+    return Units{_mm512_cvtepu8_epi16(_mm512_castsi512_si256(some)),
+                 _mm512_cvtepu8_epi16(_mm512_extracti64x4_epi64(some, 1))};
+  };
+  widen_by(units_of_bytes, bytes, size, units);
 }
 
 }  // namespace tornby::TORNBY_KERNEL
