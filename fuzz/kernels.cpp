@@ -30,6 +30,11 @@ void check_codec(const Kernels& kernels, ByteView bytes, std::size_t bytes_a_gro
     first = digits;
     REQUIRE(kernel.decode(digits.data(), groups, back.data()) == groups);
     REQUIRE(std::equal(back.begin(), back.end(), bytes.begin()));
+    std::vector<char16_t> units(digits.size());
+    kernel.encode_units(bytes.data(), groups, units.data());
+    REQUIRE(std::equal(digits.begin(), digits.end(), units.begin()));
+    REQUIRE(kernel.decode_units(units.data(), groups, back.data()) == groups);
+    REQUIRE(std::equal(back.begin(), back.end(), bytes.begin()));
   });
   const std::size_t raw_groups = bytes.size() / digits_a_group;
   std::size_t stops = ~std::size_t{0};
@@ -54,12 +59,11 @@ void kernels(Input input) {
 
   const std::uint32_t expected =  // without bytes zlib starts anew
       data.empty() ? ~start : static_cast<std::uint32_t>(::crc32(~start, data.data(), static_cast<uInt>(data.size())));
-  each(crc::crc32_kernels(),
-       [&](const auto& kernel) { REQUIRE(~kernel.update(start, data.data(), data.size()) == expected); });
   std::uint16_t by_bytes = static_cast<std::uint16_t>(start);
-  for (const std::uint8_t& byte : data) by_bytes = crc::crc16_kernels().back().update(by_bytes, &byte, 1);
-  each(crc::crc16_kernels(), [&](const auto& kernel) {
-    REQUIRE(kernel.update(static_cast<std::uint16_t>(start), data.data(), data.size()) == by_bytes);
+  for (const std::uint8_t& byte : data) by_bytes = crc::kernels().back().update_crc16(by_bytes, &byte, 1);
+  each(crc::kernels(), [&](const auto& kernel) {
+    REQUIRE(~kernel.update_crc32(start, data.data(), data.size()) == expected);
+    REQUIRE(kernel.update_crc16(static_cast<std::uint16_t>(start), data.data(), data.size()) == by_bytes);
   });
 
   check_codec(hex::kernels(), data, 1, 2);

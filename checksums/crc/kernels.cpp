@@ -13,40 +13,26 @@ TORNBY_VARIANT(folded_sse)
 
 namespace {
 
-constexpr Crc16Kernel crc16_list[] = {
+constexpr Kernel list[] = {
 #ifdef TORNBY_X86_KERNELS
-    {"512 bits", widest_vectors | wide_carryless, folded_512::update_crc16},
-    {"256 bits", wide_vectors | wide_carryless, folded_256::update_crc16},
-    {"128 bits", newer_encoding | carryless_multiplication, folded_128::update_crc16},
-    {"128 bits, older encoding", carryless_multiplication, folded_sse::update_crc16},
+    {"512 bits", widest_vectors | wide_carryless, folded_512::update_crc16, folded_512::update_crc32},
+    {"256 bits", wide_vectors | wide_carryless, folded_256::update_crc16, folded_256::update_crc32},
+    {"128 bits", newer_encoding | carryless_multiplication, folded_128::update_crc16, folded_128::update_crc32},
+    {"128 bits, older encoding", carryless_multiplication, folded_sse::update_crc16, folded_sse::update_crc32},
 #endif
-    {"sliced", no_features, update_crc16_sliced},
-    {"bytewise", no_features, update_crc16_bytewise},
-};
-constexpr Crc32Kernel crc32_list[] = {
-#ifdef TORNBY_X86_KERNELS
-    {"512 bits", widest_vectors | wide_carryless, folded_512::update_crc32},
-    {"256 bits", wide_vectors | wide_carryless, folded_256::update_crc32},
-    {"128 bits", newer_encoding | carryless_multiplication, folded_128::update_crc32},
-    {"128 bits, older encoding", carryless_multiplication, folded_sse::update_crc32},
-#endif
-    {"sliced", no_features, update_crc32_sliced},
-    {"bytewise", no_features, update_crc32_bytewise},
+    {"sliced", no_features, update_crc16_sliced, update_crc32_sliced},
+    {"bytewise", no_features, update_crc16_bytewise, update_crc32_bytewise},
 };
 
 }  // namespace
 
-constinit Chosen<Crc16Kernel> best_crc16(crc16_list);
-constinit Chosen<Crc32Kernel> best_crc32(crc32_list);
+constinit Chosen<Kernel> best(list);
 namespace {
-[[maybe_unused]] const bool has_choice = best_crc16.choose(crc16_list) && best_crc32.choose(crc32_list);
+[[maybe_unused]] const bool has_choice = best.choose(list);
 }
 
-std::span<const Crc16Kernel> crc16_kernels() {
-  return crc16_list;
-}
-std::span<const Crc32Kernel> crc32_kernels() {
-  return crc32_list;
+std::span<const Kernel> kernels() {
+  return list;
 }
 
 }  // namespace tornby::crc

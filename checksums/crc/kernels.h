@@ -19,18 +19,15 @@
 
 namespace tornby::crc {
 
-template <class Register>
 struct Kernel {
   const char* name;
   Features needs;
-  Register (*update)(Register value, const std::uint8_t* data, std::size_t size);
+  std::uint16_t (*update_crc16)(std::uint16_t value, const std::uint8_t* data, std::size_t size);
+  std::uint32_t (*update_crc32)(std::uint32_t value, const std::uint8_t* data, std::size_t size);
 };
-using Crc16Kernel = Kernel<std::uint16_t>;
-using Crc32Kernel = Kernel<std::uint32_t>;
 
 /// All kernels, the fastest first; the last is the plain table walk, which every other one is tested against.
-std::span<const Crc16Kernel> crc16_kernels();
-std::span<const Crc32Kernel> crc32_kernels();
+std::span<const Kernel> kernels();
 
 // The kernels of the tables.
 std::uint16_t update_crc16_bytewise(std::uint16_t value, const std::uint8_t* data, std::size_t size);
@@ -41,15 +38,14 @@ std::uint32_t update_crc32_sliced(std::uint32_t value, const std::uint8_t* data,
 /// Shorter blocks do best with the tables.
 inline constexpr std::size_t least_for_vectors = 16;
 
-extern constinit Chosen<Crc16Kernel> best_crc16;
-extern constinit Chosen<Crc32Kernel> best_crc32;
+extern constinit Chosen<Kernel> best;
 
 /// The update by the best kernel for this processor.
 inline std::uint16_t update_crc16(std::uint16_t value, const std::uint8_t* data, std::size_t size) {
-  return size < least_for_vectors ? update_crc16_sliced(value, data, size) : best_crc16->update(value, data, size);
+  return size < least_for_vectors ? update_crc16_sliced(value, data, size) : best->update_crc16(value, data, size);
 }
 inline std::uint32_t update_crc32(std::uint32_t value, const std::uint8_t* data, std::size_t size) {
-  return size < least_for_vectors ? update_crc32_sliced(value, data, size) : best_crc32->update(value, data, size);
+  return size < least_for_vectors ? update_crc32_sliced(value, data, size) : best->update_crc32(value, data, size);
 }
 
 }  // namespace tornby::crc

@@ -28,25 +28,24 @@ TEST(ChosenKernels, AreTheWidestThatTheProcessorHas) {
   EXPECT_STREQ(code_maps().name, permutes ? "permuted" : avx2 ? "avx2" : avx ? "avx" : "plain");
   const bool wide = avx2 && __builtin_cpu_supports("vpclmulqdq");
   const std::string_view folded = wide && avx512 ? "512 bits" : wide ? "256 bits" : narrow;
-  EXPECT_EQ(crc::best_crc16->name, folded);
-  EXPECT_EQ(crc::best_crc32->name, folded);
+  EXPECT_EQ(crc::best->name, folded);
 }
 #endif
 
 TEST(ChosenKernels, AreTheFirstWhoseNeedsAreMet) {
-  constexpr crc::Crc32Kernel kernels[] = {
-      {"wide", 0b110, crc::update_crc32_sliced},
-      {"narrow", 0b010, crc::update_crc32_sliced},
-      {"plain", no_features, crc::update_crc32_bytewise},
+  constexpr crc::Kernel kernels[] = {
+      {"wide", 0b110, crc::update_crc16_sliced, crc::update_crc32_sliced},
+      {"narrow", 0b010, crc::update_crc16_sliced, crc::update_crc32_sliced},
+      {"plain", no_features, crc::update_crc16_bytewise, crc::update_crc32_bytewise},
   };
   const auto choice = [&](Features features) {
-    return std::string_view(resolve(std::span<const crc::Crc32Kernel>(kernels), features).name);
+    return std::string_view(resolve(std::span<const crc::Kernel>(kernels), features).name);
   };
   EXPECT_EQ(choice(0b111), "wide");
   EXPECT_EQ(choice(0b010), "narrow");
   EXPECT_EQ(choice(0b100), "plain");
   EXPECT_EQ(choice(no_features), "plain");
-  EXPECT_STREQ(Chosen<crc::Crc32Kernel>(kernels)->name, "plain") << "before the library is loaded";
+  EXPECT_STREQ(Chosen<crc::Kernel>(kernels)->name, "plain") << "before the library is loaded";
 }
 
 }  // namespace
