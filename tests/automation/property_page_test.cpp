@@ -1,13 +1,17 @@
 // The property page of the controls, by itself and in frames, used as by keys and mouse.
 #include <gtest/gtest.h>
 
-#include <optional>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <iterator>
 #include <string>
 #include <vector>
 
 #include "automation/controls/pages/property_page.h"
 #include "dialogs/answering.h"
 #include "placed_control.h"
+#include "support/holdings.h"
 
 namespace tornby {
 namespace {
@@ -150,6 +154,58 @@ TEST(PropertyPage, ChangesNothingBeforeItIsTold) {
     type(open.field(L"Caption"), L"never applied");
   }
   EXPECT_EQ(caption_of(label.get()), L"Label1");
+}
+
+/// Does something when it hears of a change.
+class InterruptingSink final : public OnStack<IPropertyNotifySink> {
+ public:
+  std::function<void()> act;
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void** object) override {
+    *object = static_cast<IPropertyNotifySink*>(this);
+    AddRef();
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE OnChanged(DISPID) override {
+    act();
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE OnRequestEdit(DISPID) override { return S_OK; }
+};
+
+TEST(PropertyPage, SurvivesAFrameThatLeavesWhileItApplies) {
+  const Server server;
+  FakeContainer container;
+  InterruptingSink sink;
+  const auto label = server.create<IkelLabel>(CLSID_kelLabel);
+  const Connection notices(label, IID_IPropertyNotifySink, &sink);
+  const OpenPage open(server, container, label);
+  sink.act = [&] {
+    open.page->SetObjects(0, nullptr);
+    open.page->Deactivate();
+    EXPECT_EQ(open.page->Apply(), E_UNEXPECTED);
+  };
+  type(open.field(L"Caption"), L"applied");
+  click(open.field(L"WordWrap"));
+  EXPECT_EQ(open.page->Apply(), S_OK);
+  VARIANT_BOOL wraps = VARIANT_FALSE;
+  label->get_WordWrap(&wraps);
+  EXPECT_EQ(caption_of(label.get()), L"applied");
+  EXPECT_EQ(wraps, VARIANT_TRUE);
+  EXPECT_EQ(::GetWindow(container.window(), GW_CHILD), nullptr);
+}
+
+TEST(PropertyPage, LeavesNothingBehind) {
+  const Server server;
+  FakeContainer container;
+  expect_nothing_left_behind([&] {
+    const auto link = server.create<IkelHyperLabel>(CLSID_kelHyperLabel);
+    const OpenPage open(server, container, link);
+    type(open.field(L"Caption"), L"applied");
+    EXPECT_EQ(open.page->Apply(), S_OK);
+    type(open.field(L"Caption"), L"cancelled");
+  });
+  EXPECT_TRUE(server.is_idle());
 }
 
 TEST(PropertyPage, ShowsSeveralObjectsAtOnce) {
@@ -314,7 +370,9 @@ TEST(PropertyPage, AnswersFramesThatPassKeysOn) {
   PROPPAGEINFO info = {};
   info.cb = sizeof info;
   ASSERT_EQ(open.page->GetPageInfo(&info), S_OK);
-  EXPECT_EQ(info.dwHelpContext, automation::property_page_help);
+  std::ifstream help(std::filesystem::path(info.pszHelpFile));
+  const std::string anchor = " id=\"" + std::to_string(info.dwHelpContext) + "\"";
+  EXPECT_NE(std::string(std::istreambuf_iterator<char>(help), {}).find(anchor), std::string::npos);
   for (LPOLESTR text : {info.pszTitle, info.pszDocString, info.pszHelpFile}) ::CoTaskMemFree(text);
   const RECT page = {0, 0, info.size.cx, info.size.cy};
   for (HWND child = ::GetWindow(open.window, GW_CHILD); child; child = ::GetWindow(child, GW_HWNDNEXT)) {

@@ -134,6 +134,8 @@ TEST(Server, RegistersForTheMachineAndRemovesItAll) {
     EXPECT_EQ(::RegOpenKeyW(HKEY_LOCAL_MACHINE, insertable.c_str(), &mark) == ERROR_SUCCESS, is_control);
     ::RegCloseKey(mark);
   }
+  const std::wstring page_key = L"Software\\Classes\\CLSID\\{3D0B6C1E-5E0B-4E37-9A3C-0D6F4B2E9158}";
+  EXPECT_EQ(read_key(HKEY_LOCAL_MACHINE, page_key + L"\\InprocServer32"), testing::dll_path());
   ComPtr<ITypeLib> library;
   EXPECT_EQ(::LoadRegTypeLib(LIBID_Tornby, 1, 0, 0, library.out()), S_OK);
 
@@ -144,6 +146,7 @@ TEST(Server, RegistersForTheMachineAndRemovesItAll) {
       EXPECT_NE(::CLSIDFromProgID((std::wstring(L"Tornby.") + entry.name + version).c_str(), &id), S_OK);
     EXPECT_EQ(read_key(HKEY_LOCAL_MACHINE, std::wstring(L"Software\\Classes\\CLSID\\") + entry.clsid), L"(none)");
   }
+  EXPECT_EQ(read_key(HKEY_LOCAL_MACHINE, page_key), L"(none)");
   EXPECT_NE(::LoadRegTypeLib(LIBID_Tornby, 1, 0, 0, library.out()), S_OK);
   EXPECT_EQ(call_export(server, "DllUnregisterServer"), S_OK) << "removing twice is no failure";
 }

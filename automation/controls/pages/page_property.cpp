@@ -66,7 +66,16 @@ void for_each_function(ITypeInfo* info, const std::function<void(const FUNCDESC&
 
 bool is_shown(const FUNCDESC& function) {
   constexpr WORD kept_back = FUNCFLAG_FHIDDEN | FUNCFLAG_FRESTRICTED | FUNCFLAG_FNONBROWSABLE;
-  return function.invkind == INVOKE_PROPERTYGET && function.cParams == 0 && (function.wFuncFlags & kept_back) == 0;
+  return function.invkind == INVOKE_PROPERTYGET && (function.wFuncFlags & kept_back) == 0;
+}
+
+/// What a property is read as: it is described as the function's result, or as an argument for it. VT_EMPTY for one
+/// that takes arguments of the caller's.
+VARTYPE type_of(const FUNCDESC& function) {
+  if (function.cParams == 0) return function.elemdescFunc.tdesc.vt;
+  const ELEMDESC& first = function.lprgelemdescParam[0];
+  const bool is_result = function.cParams == 1 && (first.paramdesc.wParamFlags & PARAMFLAG_FRETVAL) != 0;
+  return is_result ? first.tdesc.lptdesc->vt : static_cast<VARTYPE>(VT_EMPTY);
 }
 
 std::optional<PageProperty::Kind> kind_of(VARTYPE type) {
@@ -92,7 +101,7 @@ std::vector<PageProperty> page_properties(ITypeInfo* info, IPerPropertyBrowsing*
   });
   std::vector<PageProperty> properties;
   for_each_function(info, [&](const FUNCDESC& function) {
-    const VARTYPE type = function.elemdescFunc.tdesc.vt;
+    const VARTYPE type = type_of(function);
     const auto kind = kind_of(type);
     if (!kind || !is_shown(function)) return;
     if (std::find(written.begin(), written.end(), function.memid) == written.end()) return;

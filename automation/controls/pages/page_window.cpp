@@ -215,7 +215,8 @@ bool PageWindow::translate(MSG* message, const std::function<bool()>& leave) con
     const HWND first = ::GetNextDlgTabItem(window_, nullptr, FALSE);
     const HWND next = ::GetNextDlgTabItem(window_, focused, back);
     const bool leaves = back ? ::GetNextDlgTabItem(window_, first, TRUE) == next : next == first;
-    if (!leaves || !leave()) ::SendMessageW(window_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(next), TRUE);
+    const HWND page = window_;  // the frame may take the page away
+    if (!leaves || !leave()) ::SendMessageW(page, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(next), TRUE);
     return true;
   }
   const bool ends_list = message->message == WM_KEYDOWN &&

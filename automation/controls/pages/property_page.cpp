@@ -85,16 +85,13 @@ class PropertyPage final : public CountedAs<IPropertyPage2, IPropertyPage> {
   HRESULT STDMETHODCALLTYPE SetObjects(ULONG count, IUnknown** objects) override {
     if (count > 0 && (!objects || std::find(objects, objects + count, nullptr) != objects + count)) return E_POINTER;
     return run([&] {
-      PageDraft draft(std::span<IUnknown* const>(objects, count));
-      release_objects();
-      const bool was_open = window_ != nullptr;
-      const bool was_visible = was_open && ::IsWindowVisible(window_->handle());
-      window_.reset();
-      draft_ = std::move(draft);
-      for (EditedObject& object : draft_.objects()) object.advise(sink_.get());
-      if (was_open) open_window();
-      if (was_visible) ::ShowWindow(window_->handle(), SW_SHOW);
-      tell_whether_dirty();
+      if (busy_) {  // an object tells of its change while the page works with it
+        std::vector<ComPtr<IUnknown>> given;
+        for (ULONG i = 0; i < count; ++i) given.emplace_back(objects[i]);
+        later_ = std::move(given);
+        return;
+      }
+      take_objects(std::span<IUnknown* const>(objects, count));
     });
   }
 
@@ -118,16 +115,14 @@ class PropertyPage final : public CountedAs<IPropertyPage2, IPropertyPage> {
   HRESULT STDMETHODCALLTYPE IsPageDirty() override { return draft_.is_dirty() ? S_OK : S_FALSE; }
 
   HRESULT STDMETHODCALLTYPE Apply() override {
+    if (busy_) return E_UNEXPECTED;
     const ComPtr<IUnknown> alive(this);
     HRESULT outcome = S_OK;
     const HRESULT failure = run([&] {
       if (window_) window_->collect();
-      applying_ = true;
-      const struct Done {
-        bool& applying;
-        ~Done() { applying = false; }
-      } done{applying_};
-      if (const auto refusal = draft_.apply()) {
+      std::optional<PageDraft::Refusal> refusal;
+      work([&] { refusal = draft_.apply(); });
+      if (refusal) {
         outcome = refusal->result;
         explain(*refusal);
         return;
@@ -171,6 +166,40 @@ class PropertyPage final : public CountedAs<IPropertyPage2, IPropertyPage> {
     return guarded(IID_IPropertyPage2, L"Tornby", action);
   }
 
+  void take_objects(std::span<IUnknown* const> objects) {
+    PageDraft draft(objects);
+    release_objects();
+    const bool was_open = window_ != nullptr;
+    const bool was_visible = was_open && ::IsWindowVisible(window_->handle());
+    window_.reset();
+    draft_ = std::move(draft);
+    for (EditedObject& object : draft_.objects()) object.advise(sink_.get());
+    if (was_open) open_window();
+    if (was_visible) ::ShowWindow(window_->handle(), SW_SHOW);
+    tell_whether_dirty();
+  }
+
+  /// Works with the objects. Those that the page is given meanwhile it takes afterwards.
+  template <class Action>
+  void work(Action&& action) {
+    const ComPtr<IUnknown> alive(this);
+    busy_ = true;
+    const struct Done {
+      PropertyPage& page;
+      ~Done() {
+        page.busy_ = false;
+        const auto later = std::exchange(page.later_, std::nullopt);
+        if (!later) return;
+        static_cast<void>(page.run([&] {
+          std::vector<IUnknown*> objects;
+          for (const auto& object : *later) objects.push_back(object.get());
+          page.take_objects(objects);
+        }));
+      }
+    } done{*this};
+    action();
+  }
+
   void release_objects() {
     for (EditedObject& object : draft_.objects()) object.unadvise();
   }
@@ -191,9 +220,9 @@ class PropertyPage final : public CountedAs<IPropertyPage2, IPropertyPage> {
   }
 
   void objects_changed() {
-    if (applying_) return;
+    if (busy_) return;
     const ComPtr<IUnknown> alive(this);
-    draft_.refresh();
+    work([&] { draft_.refresh(); });
     if (window_) window_->show_draft();
     tell_whether_dirty();
   }
@@ -213,7 +242,8 @@ class PropertyPage final : public CountedAs<IPropertyPage2, IPropertyPage> {
   RECT place_ = {};
   std::optional<DISPID> wanted_;  // to have the focus when the page is shown
   bool told_dirty_ = false;
-  bool applying_ = false;
+  bool busy_ = false;
+  std::optional<std::vector<ComPtr<IUnknown>>> later_;  // objects to take when it is not busy any more
 };
 
 }  // namespace
