@@ -24,10 +24,23 @@ static HRESULT checksum(IclsCRC *crc, BSTR text, long *sum) {
   return hr;
 }
 
+/* What CalculateFile answers is of three kinds. */
+static HRESULT show_sum_of(IclsCRC *crc, BSTR name) {
+  VARIANT sum;
+  HRESULT hr;
+  VariantInit(&sum);
+  hr = IclsCRC_CalculateFile(crc, name, &sum);
+  if (SUCCEEDED(hr) && sum.vt == VT_EMPTY) puts("missing file: empty, or a 32-bit program on 64-bit Windows");
+  if (SUCCEEDED(hr) && sum.vt == VT_I2) puts("missing file: it cannot be read");
+  if (SUCCEEDED(hr) && sum.vt == VT_I4) printf("missing file: %08lX\n", sum.lVal);
+  VariantClear(&sum);
+  return hr;
+}
+
 static HRESULT checksums(BSTR file) {
   IclsCRC *crc = NULL;
   IclsApi *api = NULL;
-  BSTR digits = SysAllocString(L"123456789"), text = NULL;
+  BSTR digits = SysAllocString(L"123456789"), missing = SysAllocString(L"C:\\no such file"), text = NULL;
   long sum = 0;
   HRESULT hr = create(&CLSID_clsCRC, &IID_IclsCRC, &crc);
   if (SUCCEEDED(hr)) hr = checksum(crc, digits, &sum);
@@ -37,7 +50,9 @@ static HRESULT checksums(BSTR file) {
   if (SUCCEEDED(hr)) hr = IclsCRC_Clear(crc);
   if (SUCCEEDED(hr)) hr = checksum(crc, text, &sum);
   if (SUCCEEDED(hr)) printf("file: %u characters, checksum %08lX\n", SysStringLen(text), sum);
+  if (SUCCEEDED(hr)) hr = show_sum_of(crc, missing);
   SysFreeString(text);
+  SysFreeString(missing);
   SysFreeString(digits);
   if (api) IclsApi_Release(api);
   if (crc) IclsCRC_Release(crc);

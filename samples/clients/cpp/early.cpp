@@ -12,6 +12,15 @@ void show(std::wstring_view line) {
   std::printf("%ls\n", std::wstring(line).c_str());
 }
 
+/// What CalculateFile answers is of three kinds.
+std::string shown(const VARIANT& sum) {
+  if (sum.vt == VT_EMPTY) return "empty, or a 32-bit program on 64-bit Windows";
+  if (sum.vt == VT_I2) return "it cannot be read";
+  char digits[9] = {};
+  std::snprintf(digits, sizeof digits, "%08lX", sum.lVal);
+  return digits;
+}
+
 /// The strings of an array that a member answered.
 template <class Act>
 void each_text(const VARIANT& array, Act act) {
@@ -35,6 +44,10 @@ void checksums(const com::String& file) {
   com::Value file_sum;
   com::check(crc->AddString(text, &file_sum));
   std::printf("file: %u characters, checksum %08lX\n", static_cast<unsigned>(text.view().size()), file_sum.number());
+
+  com::Value missing;
+  com::check(crc->CalculateFile(com::String(L"C:\\no such file"), &missing));
+  std::printf("missing file: %s\n", shown(missing).c_str());
 }
 
 void ciphers() {

@@ -96,6 +96,10 @@ void run(const wchar_t* file) {
   const long sum = crc.get(L"AddString", text).number();
   std::printf("file: %u characters, checksum %08lX\n", static_cast<unsigned>(text.text().size()), sum);
 
+  // Empty would be an empty file, or a 32-bit program on 64-bit Windows; a long number the checksum.
+  const com::Value missing = crc.get(L"CalculateFile", com::Value(L"C:\\no such file"));
+  show("missing file", missing.vt == VT_I2 ? L"it cannot be read" : L"it is there");
+
   const Object cipher(L"Tornby.clsEncryptXOR");
   const com::Value plain(L"Z\u00FCrich, 3 \u20AC");
   cipher.put(L"Key", com::Value(L"k\u00E9y"));

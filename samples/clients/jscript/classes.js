@@ -18,6 +18,10 @@ var text = api.ApiReadFile(WScript.Arguments(0));  // "": empty, or it cannot be
 crc.Clear();
 show("file: " + text.length + " characters, checksum " + hexadecimal(crc.AddString(text)));
 
+// undefined would be an empty file, or a 32-bit program on 64-bit Windows. JScript cannot tell -1, "it cannot be read", from
+// the checksum FFFFFFFF.
+show("missing file: " + (crc.CalculateFile("C:\\no such file") === -1 ? "it cannot be read" : "it is there"));
+
 var cipher = new ActiveXObject("Tornby.clsEncryptXOR");
 var plain = "Z\u00FCrich, 3 \u20AC";
 cipher.Key = "k\u00E9y";

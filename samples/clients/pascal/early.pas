@@ -7,11 +7,12 @@ program early;
 {$apptype console}
 
 uses
-  SysUtils, ActiveX, ComObj, ComHelp, Tornby_1_0_TLB;
+  SysUtils, Variants, ActiveX, ComObj, ComHelp, Tornby_1_0_TLB;
 
 procedure Checksums(const FileName: WideString);
 var
   Crc: IclsCRC;
+  Sum: OleVariant;
   Text: WideString;
 begin
   Crc := CoclsCRC.Create;
@@ -20,6 +21,12 @@ begin
   Text := CoclsApi.Create.ApiReadFile(FileName);  { '': empty, or it cannot be read }
   Crc.Clear;
   WriteLn('file: ', Length(Text), ' characters, checksum ', IntToHex(Integer(Crc.AddString(Text)), 8));
+
+  Sum := Crc.CalculateFile('C:\no such file');
+  Write('missing file: ');
+  if VarIsEmpty(Sum) then WriteLn('empty, or a 32-bit program on 64-bit Windows')
+  else if VarType(Sum) = varSmallint then WriteLn('it cannot be read')
+  else WriteLn(IntToHex(Integer(Sum), 8));
 end;
 
 procedure Ciphers;

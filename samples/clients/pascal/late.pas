@@ -10,7 +10,7 @@ uses
 
 procedure Run(const FileName: WideString);
 var
-  Crc, Api, Cipher, Settings, Recent, Groups, Web: OleVariant;
+  Crc, Sum, Api, Cipher, Settings, Recent, Groups, Web: OleVariant;
   Text, Digits: WideString;
   I: Integer;
 begin
@@ -22,6 +22,12 @@ begin
   Text := Api.ApiReadFile(FileName);          { '': empty, or it cannot be read }
   Crc.Clear;
   WriteLn('file: ', Length(Text), ' characters, checksum ', IntToHex(Integer(Crc.AddString(Text)), 8));
+
+  Sum := Crc.CalculateFile('C:\no such file');
+  Write('missing file: ');
+  if VarIsEmpty(Sum) then WriteLn('empty, or a 32-bit program on 64-bit Windows')
+  else if VarType(Sum) = varSmallint then WriteLn('it cannot be read')
+  else WriteLn(IntToHex(Integer(Sum), 8));
 
   Cipher := CreateOleObject('Tornby.clsEncryptXOR');
   Text := WideString('Z'#$00FC'rich, 3 '#$20AC);

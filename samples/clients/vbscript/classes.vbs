@@ -17,6 +17,12 @@ text = api.ApiReadFile(WScript.Arguments(0))   ' "": empty, or it cannot be read
 crc.Clear
 WScript.Echo "file: " & Len(text) & " characters, checksum " & Hexadecimal(crc.AddString(text))
 
+Select Case TypeName(crc.CalculateFile("C:\no such file"))
+  Case "Long" WScript.Echo "missing file: it is there"
+  Case "Empty" WScript.Echo "missing file: empty, or a 32-bit program on 64-bit Windows"
+  Case Else WScript.Echo "missing file: it cannot be read"
+End Select
+
 ' Chr takes codes of the ANSI code page: here those of Windows-1252 for u with dots, the euro sign and e with an accent.
 Set cipher = CreateObject("Tornby.clsEncryptXOR")
 text = "Z" & Chr(252) & "rich, 3 " & Chr(128)
