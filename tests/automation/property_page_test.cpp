@@ -1,6 +1,8 @@
 // The property page of the controls, by itself and in frames, used as by keys and mouse.
 #include <gtest/gtest.h>
 
+#include <oleacc.h>
+
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -367,6 +369,17 @@ TEST(PropertyPage, AnswersFramesThatPassKeysOn) {
   EXPECT_EQ(pass(WM_KEYDOWN, VK_TAB), S_OK);
   EXPECT_EQ(open.site.keys, 1) << "where the last field leads to is the frame's to say";
 
+  // A list is named by its label too, but not under Wine.
+  for (const auto& [name, spoken] :
+       {std::pair(L"Text", L"Text:"), {L"MaxLength", L"MaxLength:"}, {L"Locked", L"Locked"}}) {
+    ComPtr<IAccessible> accessible;
+    Bstr said;
+    VARIANT self = long_variant(CHILDID_SELF);
+    ASSERT_EQ(::AccessibleObjectFromWindow(open.field(name), OBJID_CLIENT, IID_IAccessible, accessible.out_void()),
+              S_OK);
+    EXPECT_EQ(accessible->get_accName(self, said.address()), S_OK);
+    EXPECT_STREQ(said, spoken);
+  }
   PROPPAGEINFO info = {};
   info.cb = sizeof info;
   ASSERT_EQ(open.page->GetPageInfo(&info), S_OK);

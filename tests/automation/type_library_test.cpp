@@ -143,6 +143,11 @@ TEST(TypeLibrary, HelpsWithEverything) {
   const auto page_path = std::filesystem::path(dll).parent_path() / "tornby.html";
   std::ifstream stream(page_path);
   const std::string page((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
+  ComPtr<ITypeLib> library;
+  testing::Bstr named;
+  ASSERT_EQ(::LoadTypeLibEx(dll.c_str(), REGKIND_NONE, library.out()), S_OK);
+  EXPECT_EQ(library->GetDocumentation(MEMBERID_NIL, nullptr, nullptr, nullptr, named.address()), S_OK);
+  EXPECT_EQ(std::filesystem::path(static_cast<BSTR>(named)).filename(), page_path.filename());
   std::map<DWORD, std::string> owners;
   const auto expect_help = [&](ITypeInfo* type, MEMBERID member) {
     DWORD context = 0;

@@ -8,32 +8,10 @@
 
 #include "automation/controls/pages/page_layout.h"
 #include "automation/controls/pages/sheet_page.h"
+#include "platform/windows/system_library.h"
 
 namespace tornby::automation {
 namespace {
-
-/// The common controls, from the system's folder: their file is not among those that the loader takes only from there.
-class CommonControls {
- public:
-  CommonControls() {
-    std::wstring path(MAX_PATH, L'\0');
-    path.resize(::GetSystemDirectoryW(path.data(), MAX_PATH));
-    library_ = ::LoadLibraryW((path + L"\\comctl32.dll").c_str());
-    if (!library_) throw ComError(HRESULT_FROM_WIN32(::GetLastError()));
-  }
-  ~CommonControls() { ::FreeLibrary(library_); }
-  CommonControls(const CommonControls&) = delete;
-  CommonControls& operator=(const CommonControls&) = delete;
-
-  INT_PTR show(const PROPSHEETHEADERW& sheet) const {
-    using Show = INT_PTR(WINAPI*)(LPCPROPSHEETHEADERW);
-    const auto function = reinterpret_cast<Show>(reinterpret_cast<void*>(::GetProcAddress(library_, "PropertySheetW")));
-    return function ? function(&sheet) : -1;
-  }
-
- private:
-  HMODULE library_;
-};
 
 /// The sheet's own window for a page, which the page fills.
 INT_PTR CALLBACK on_message(HWND place, UINT message, WPARAM, LPARAM lparam) {
@@ -102,7 +80,8 @@ void show_property_sheet(HWND owner, const std::wstring& caption, IUnknown* obje
   sheet.pszCaption = caption.c_str();
   sheet.nPages = static_cast<UINT>(sheet_pages.size());
   sheet.ppsp = sheet_pages.data();
-  if (CommonControls().show(sheet) < 0) throw ComError(E_FAIL);
+  const auto show = windows::system_function<INT_PTR WINAPI(LPCPROPSHEETHEADERW)>(L"comctl32.dll", "PropertySheetW");
+  if (!show || show(&sheet) < 0) throw ComError(E_FAIL);
 }
 
 }  // namespace tornby::automation
