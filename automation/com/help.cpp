@@ -32,6 +32,13 @@ std::wstring as_address(const std::wstring& path) {
   return address;
 }
 
+/// Of a function of the shell, which answers with a number as an instance.
+void expect_success(HINSTANCE answer) {
+  constexpr INT_PTR last_failure = 32;
+  const auto number = reinterpret_cast<INT_PTR>(answer);
+  if (number <= last_failure) throw ComError(HRESULT_FROM_WIN32(static_cast<DWORD>(number)));
+}
+
 }  // namespace
 
 std::wstring help_file() {
@@ -49,11 +56,12 @@ DWORD help_context(REFIID iid) {
 }
 
 void show_help(HWND owner, DWORD context) {
-  const std::wstring address = as_address(help_file()) + L'#' + std::to_wstring(context);
-  const auto result =
-      reinterpret_cast<INT_PTR>(::ShellExecuteW(owner, L"open", address.c_str(), nullptr, nullptr, SW_SHOWNORMAL));
-  constexpr INT_PTR failures = 32;
-  if (result <= failures) throw ComError(HRESULT_FROM_WIN32(static_cast<DWORD>(result)));
+  const std::wstring file = help_file();
+  const std::wstring address = L'"' + as_address(file) + L'#' + std::to_wstring(context) + L'"';
+  wchar_t browser[MAX_PATH] = {};
+  // The browser itself: the system, asked to open an address of a file, forgets the anchor.
+  expect_success(::FindExecutableW(file.c_str(), nullptr, browser));
+  expect_success(::ShellExecuteW(owner, L"open", browser, address.c_str(), nullptr, SW_SHOWNORMAL));
 }
 
 }  // namespace tornby::automation

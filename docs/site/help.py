@@ -121,7 +121,8 @@ class Page:
         self.lines.append(f"""<h2 id="{PROPERTY_PAGE}">The property page of the controls</h2>
 <p>Forms show it with the verb Properties. It has a field for each property of the control that is a text, a number or one of
 several names, and a box for each that is True or False. A property that is not the same for all selected controls is shown
-empty, its box grey, and stays as it is unless you change it.</p>
+empty, its box grey, and stays as it is unless you change it. Below the fields stands what is to be said of the one with the
+focus; F1 leads to its place on this page.</p>
 <p>Apply writes what you have changed, all of it or, when a control refuses something, nothing. Revert puts the fields back to
 what the controls had when the page was opened; Apply then writes that. Cancel leaves the controls as they are. Ctrl+Enter
 begins a new line in a text.</p>""")

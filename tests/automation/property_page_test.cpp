@@ -362,6 +362,8 @@ TEST(PropertyPage, AnswersFramesThatPassKeysOn) {
   EXPECT_EQ(::GetFocus(), open.field(L"BorderApperance"));
   EXPECT_EQ(pass(WM_SYSCHAR, 'm'), S_OK);
   EXPECT_EQ(::GetFocus(), open.field(L"MaxLength"));
+  EXPECT_EQ(text_of(::GetWindow(open.field(L"Revert"), GW_HWNDPREV)),
+            L"The most characters that can be typed; 0 is no limit");
   for (const WPARAM key : {VK_RETURN, VK_ESCAPE}) EXPECT_EQ(pass(WM_KEYDOWN, key), S_FALSE) << "the frame's";
   EXPECT_EQ(pass(WM_SYSCHAR, 'a'), S_FALSE) << "Apply";
   EXPECT_EQ(open.site.keys, 0);

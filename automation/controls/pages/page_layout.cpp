@@ -16,6 +16,7 @@ constexpr short least_height = 62;  // the least that it likes
 constexpr short line_height = 14;
 constexpr short text_height = 24;  // of two lines
 constexpr short flag_height = 10;
+constexpr short help_height = 24;  // of three lines
 constexpr short list_height = 80;  // let down
 constexpr short letter_width = 4;
 constexpr short button_width = 50;
@@ -114,7 +115,7 @@ SIZE scaled_units() {
 
 }  // namespace
 
-PageLayout::PageLayout(std::span<const PageProperty> properties) : revert(), width(page_width), height(0) {
+PageLayout::PageLayout(std::span<const PageProperty> properties) : help(), revert(), width(page_width), height(0) {
   std::wstring taken = L"RAH";  // Revert, and what frames have: Apply, Help
   std::size_t longest = 0;
   for (const PageProperty& property : properties)
@@ -143,16 +144,18 @@ PageLayout::PageLayout(std::span<const PageProperty> properties) : revert(), wid
     ++flags;
   }
   top = static_cast<short>(top + (flags + columns - 1) / columns * (flag_height + gap));
-  height = std::max<short>(least_height, static_cast<short>(top + line_height + margin));
+  height = std::max<short>(least_height, static_cast<short>(top + help_height + margin));
   revert = {static_cast<short>(width - margin - button_width), static_cast<short>(height - margin - line_height),
             button_width, line_height};
+  help = {margin, static_cast<short>(height - margin - help_height), static_cast<short>(revert.left - gap - margin),
+          help_height};
 }
 
 std::vector<WORD> dialog_template(std::span<const PageProperty> properties, const PageLayout& layout) {
   const auto labels =
       std::count_if(properties.begin(), properties.end(), [](const auto& one) { return one.kind != Kind::flag; });
   Template made;
-  made.begin(layout, WS_CHILD | DS_CONTROL, static_cast<int>(properties.size()) + static_cast<int>(labels) + 1);
+  made.begin(layout, WS_CHILD | DS_CONTROL, static_cast<int>(properties.size()) + static_cast<int>(labels) + 2);
   // A label stands right before its field: the field is named by it, also to those who hear the screen.
   for (const bool flags : {false, true}) {
     for (std::size_t i = 0; i < properties.size(); ++i) {
@@ -163,7 +166,7 @@ std::vector<WORD> dialog_template(std::span<const PageProperty> properties, cons
       if (!flags) made.add_item(Template::label, SS_LEFT, label_box, 0xFFFF, caption);
       switch (kind) {
         case Kind::flag:
-          made.add_item(Template::button, BS_AUTOCHECKBOX | WS_TABSTOP, field_box, id, caption);
+          made.add_item(Template::button, BS_AUTOCHECKBOX | BS_NOTIFY | WS_TABSTOP, field_box, id, caption);
           break;
         case Kind::choice: {
           PageLayout::Box open = field_box;
@@ -181,6 +184,7 @@ std::vector<WORD> dialog_template(std::span<const PageProperty> properties, cons
       }
     }
   }
+  made.add_item(Template::label, SS_LEFT | SS_NOPREFIX, layout.help, help_text, L"");
   made.add_item(Template::button, BS_PUSHBUTTON | WS_TABSTOP, layout.revert, revert_button, L"&Revert");
   return made.take();
 }

@@ -21,6 +21,7 @@ struct PageLayout {
   explicit PageLayout(std::span<const PageProperty> properties);
 
   std::vector<Row> rows;
+  Box help;  // what is said of the field that has the focus
   Box revert;
   short width, height;
 };
@@ -28,6 +29,7 @@ struct PageLayout {
 /// The dialog of a page as the system takes it, with the fields' numbers from `first_field` on.
 std::vector<WORD> dialog_template(std::span<const PageProperty> properties, const PageLayout& layout);
 
+constexpr WORD help_text = 49;
 constexpr WORD revert_button = 50;
 constexpr WORD first_field = 100;
 

@@ -43,13 +43,12 @@ std::vector<PageProperty::Choice> choices_of(IPerPropertyBrowsing* browsing, DIS
   return choices;
 }
 
-std::wstring name_of(ITypeInfo* info, MEMBERID member) {
-  BSTR name = nullptr;
-  check(info->GetDocumentation(member, &name, nullptr, nullptr, nullptr));
-  OwnedVariant owner;
-  owner->vt = VT_BSTR;
-  owner->bstrVal = name;
-  return std::wstring(name, ::SysStringLen(name));
+void name_and_explain(PageProperty& property, ITypeInfo* info) {
+  OwnedVariant name, help;
+  name->vt = help->vt = VT_BSTR;
+  check(info->GetDocumentation(property.id, &name->bstrVal, &help->bstrVal, &property.help_context, nullptr));
+  property.name.assign(name->bstrVal, ::SysStringLen(name->bstrVal));
+  if (help->bstrVal) property.help.assign(help->bstrVal, ::SysStringLen(help->bstrVal));
 }
 
 void for_each_function(ITypeInfo* info, const std::function<void(const FUNCDESC&)>& visit) {
@@ -105,7 +104,8 @@ std::vector<PageProperty> page_properties(ITypeInfo* info, IPerPropertyBrowsing*
     const auto kind = kind_of(type);
     if (!kind || !is_shown(function)) return;
     if (std::find(written.begin(), written.end(), function.memid) == written.end()) return;
-    PageProperty found{function.memid, name_of(info, function.memid), *kind, type, {}};
+    PageProperty found{function.memid, {}, *kind, type, {}, {}, 0};
+    name_and_explain(found, info);
     if (found.kind == PageProperty::Kind::number) found.choices = choices_of(browsing, found.id);
     if (!found.choices.empty()) found.kind = PageProperty::Kind::choice;
     properties.push_back(std::move(found));

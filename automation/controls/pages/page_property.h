@@ -20,6 +20,8 @@ struct PageProperty {
   Kind kind;
   VARTYPE type;  // VT_BSTR, VT_I2, VT_I4 or VT_BOOL
   std::vector<Choice> choices;
+  std::wstring help;       // what its definition says of it
+  DWORD help_context = 0;  // where the help page does
 
   bool is_same(const PageProperty& other) const {
     return name == other.name && type == other.type && kind == other.kind;

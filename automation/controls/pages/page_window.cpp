@@ -4,6 +4,8 @@
 #include <cwctype>
 
 #include "automation/com/error_edge.h"
+#include "automation/com/help.h"
+#include "automation/controls/pages/property_page.h"
 #include "automation/controls/pages/text_field.h"
 
 namespace tornby::automation {
@@ -80,6 +82,11 @@ INT_PTR CALLBACK PageWindow::on_message(HWND window, UINT message, WPARAM wparam
     page->window_ = nullptr;
     return FALSE;
   }
+  if (message == WM_HELP) {
+    const auto* const asked = reinterpret_cast<const HELPINFO*>(lparam);
+    static_cast<void>(guarded(IID_NULL, L"Tornby", [&] { page->help(static_cast<std::size_t>(asked->iCtrlId)); }));
+    return TRUE;
+  }
   if (message != WM_COMMAND || page->showing_) return FALSE;
   static_cast<void>(guarded(IID_NULL, L"Tornby", [&] { page->on_command(LOWORD(wparam), HIWORD(wparam)); }));
   return TRUE;
@@ -96,11 +103,23 @@ void PageWindow::on_command(WORD id, WORD notice) {
   const std::size_t index = static_cast<std::size_t>(id) - first_field;
   if (id < first_field || index >= touched_.size()) return;
   const Kind kind = draft_.fields()[index].property.kind;
+  if (notice == (kind == Kind::flag ? BN_SETFOCUS : kind == Kind::choice ? CBN_SETFOCUS : EN_SETFOCUS)) say_help(index);
   const WORD meant = kind == Kind::flag ? BN_CLICKED : kind == Kind::choice ? CBN_SELCHANGE : EN_CHANGE;
   if (notice != meant) return;
   touched_[index] = true;
   collect();
   tell();
+}
+
+void PageWindow::help(std::size_t id) const {
+  const std::size_t index = id - first_field;
+  const bool is_field = id >= first_field && index < touched_.size();
+  const DWORD context = is_field ? draft_.fields()[index].property.help_context : 0;
+  show_help(window_, context != 0 ? context : property_page_help);
+}
+
+void PageWindow::say_help(std::size_t index) const {
+  ::SetDlgItemTextW(window_, help_text, draft_.fields()[index].property.help.c_str());
 }
 
 void PageWindow::tell() const {

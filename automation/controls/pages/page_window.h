@@ -37,6 +37,8 @@ class PageWindow {
   void show(std::size_t index) const;
   std::optional<std::wstring> held(std::size_t index) const;
   void tell() const;
+  void help(std::size_t id) const;
+  void say_help(std::size_t index) const;
   bool is_mnemonic(WPARAM letter) const;
   void show_whether_it_reverts() const;
 
