@@ -1,6 +1,5 @@
 #include "support/holdings.h"
 
-#include <algorithm>
 #include <vector>
 
 #include <windows.h>
@@ -29,6 +28,7 @@ BOOL CALLBACK count_window(HWND, LPARAM counter) {
 int count_drawing_objects() {
   const auto* process = static_cast<const char*>(process_block());
   const char* table = *reinterpret_cast<const char* const*>(process + (sizeof(void*) == 8 ? 0xF8 : 0x94));
+  if (!table) return 0;  // a 32-bit process on a 64-bit Windows does not see it
   int count = 0;
   for (int entry = 0; entry < 16384; ++entry) count += *reinterpret_cast<const WORD*>(table + entry * 24 + 14) != 0;
   return count;
@@ -41,18 +41,21 @@ int count_windows() {
   return count;
 }
 
-/// Places in the system's one table are given again before new ones are added: so many menus use them up, and the rest
-/// of the table, up to the last of them, was in use.
+/// The system's one table gives free places again, the latest first, before it grows. So menus are made until it has
+/// grown for each of a few in a row: all below the last one is then in use, by others where it is no menu of ours.
 int count_user_objects() {
-  constexpr int many = 2000;
-  std::vector<HMENU> menus(many);
-  int highest = 0;
-  for (HMENU& menu : menus) {
-    menu = ::CreateMenu();
-    highest = std::max<int>(highest, LOWORD(reinterpret_cast<std::uintptr_t>(menu)) / 2);
+  constexpr int few = 16;
+  std::vector<HMENU> menus;
+  int last = 0;
+  for (int grown = 0; grown < few;) {
+    menus.push_back(::CreateMenu());
+    const int place = LOWORD(reinterpret_cast<std::uintptr_t>(menus.back())) / 2;
+    grown = place == last + 1 ? grown + 1 : 0;
+    last = place;
+    if (!menus.back()) break;
   }
   for (const HMENU menu : menus) ::DestroyMenu(menu);
-  return highest - many;
+  return last - static_cast<int>(menus.size());
 }
 
 std::size_t private_bytes() {

@@ -12,7 +12,7 @@
 namespace tornby::testing {
 
 struct Holdings {
-  int drawing_objects;      ///< pens, brushes, fonts, bitmaps, device contexts and so on
+  int drawing_objects;      ///< pens, brushes, fonts, bitmaps and so on; 0 in a 32-bit process on a 64-bit Windows
   int windows;              ///< without a parent, and message windows
   int user_objects;         ///< windows, menus, accelerators, pointers: of all processes, so that it moves a little
   std::intptr_t handle;     ///< the number that the next one gets
