@@ -103,6 +103,10 @@ TEST(Resolution, FollowsTheFormToAnotherScreen) {
     ::SendMessageA(window, 0x02E3, 0, 0);  // WM_DPICHANGED_AFTERPARENT
   }
   EXPECT_EQ(moved.sizes(), plain.sizes());
+  for (const int x : {60, 40}) {
+    ::SendMessageA(moved.picture.window(), WM_MOUSEMOVE, 0, MAKELPARAM(x, 5));
+    EXPECT_EQ(::GetCapture() == moved.picture.window(), x == 40) << "the picture is 48 pixels wide";
+  }
 }
 
 struct Surrounding final : ControlSite {
