@@ -1,8 +1,6 @@
 // ValueCollection beside Boost.MultiIndex, which is given the same to do: shared pairs in the order of adding, found by
 // position and by key, letters in any case. Names are operation/who/pairs, and the time is that of all pairs; pairs are
 // looked up in an order that jumps about. Adding includes the end of the collection, and removing the adding.
-#include <benchmark/benchmark.h>
-
 #include <boost/multi_index/hashed_index.hpp>
 #include <boost/multi_index/member.hpp>
 #include <boost/multi_index/random_access_index.hpp>
@@ -12,13 +10,13 @@
 #include <vector>
 
 #include "base/letter_case.h"
+#include "bench/measure.h"
 #include "settings/ValueCollection.h"
 
 namespace {
 
 using tornby::String;
 using tornby::StringView;
-using tornby::ValueCollection;
 using tornby::Variant;
 
 struct Pair {
@@ -51,7 +49,9 @@ class MultiIndex {
   std::shared_ptr<Pair> item(std::int32_t position) const { return pairs_[static_cast<std::size_t>(position - 1)]; }
   bool exist(StringView key) const { return pairs_.get<1>().find(key) != pairs_.get<1>().end(); }
   void remove(StringView key) { pairs_.get<1>().erase(pairs_.get<1>().find(key)); }
-  const auto& all() const { return pairs_; }
+  void walk() const {
+    for (std::shared_ptr<Pair> pair : pairs_) benchmark::DoNotOptimize(pair);  // held, as ours is
+  }
 
  private:
   using Key = boost::multi_index::member<Pair, String, &Pair::key>;
@@ -67,105 +67,70 @@ class Ours {
   auto item(const Variant& index) const { return values_.Item(index); }
   bool exist(StringView key) const { return values_.Exist(key); }
   void remove(const Variant& index) { values_.Remove(index); }
-  const auto& all() const { return values_; }
+  void walk() const {
+    for (const auto& pair : values_) benchmark::DoNotOptimize(pair);
+  }
 
  private:
-  ValueCollection values_;
+  tornby::ValueCollection values_;
 };
 
-std::vector<String> keys(const benchmark::State& state) {
-  std::vector<String> result;
-  for (std::int64_t i = 0; i < state.range(0); ++i) result.push_back(u"Key" + tornby::widen(std::to_string(i)));
-  return result;
-}
-
-/// The same keys as a caller has them, in an order that jumps about and in other letter case.
-template <class Key>
-std::vector<Key> asked_for(const benchmark::State& state) {
-  std::vector<Key> result;
-  for (std::int64_t i = 0; i < state.range(0); ++i)
-    result.emplace_back(u"kEY" + tornby::widen(std::to_string(i * 7919 % state.range(0))));
-  return result;
-}
-
 template <class Collection>
-void fill(Collection& collection, const std::vector<String>& with) {
-  for (const String& key : with) benchmark::DoNotOptimize(collection.add(key, u"value"));
+void fill(Collection& collection, const std::vector<String>& keys) {
+  for (const String& key : keys) benchmark::DoNotOptimize(collection.add(key, u"value"));
 }
 
-template <class Collection>
-void add(benchmark::State& state) {
-  const auto all = keys(state);
-  for (auto _ : state) {
-    Collection collection;
-    fill(collection, all);
+/// A collection, its keys, and the same as a caller has them, in an order that jumps about and in other letter case.
+template <class Collection, class Key>
+struct Filled {
+  Collection collection;
+  std::vector<String> keys, asked;
+  std::vector<Key> asked_as_index;
+
+  explicit Filled(std::size_t pairs) {
+    for (std::size_t i = 0; i < pairs; ++i) {
+      keys.push_back(u"Key" + tornby::widen(std::to_string(i)));
+      asked.push_back(u"kEY" + tornby::widen(std::to_string(i * 7919 % pairs)));
+      asked_as_index.emplace_back(asked.back());
+    }
+    fill(collection, keys);
   }
-}
+};
 
 template <class Collection, class Key>
-void remove(benchmark::State& state) {
-  const auto all = keys(state);
-  const auto asked = asked_for<Key>(state);
-  for (auto _ : state) {
+void add_all(const std::string& who) {
+  using Given = Filled<Collection, Key>;
+  const auto run = [&who](const char* name, void (*step)(const Given&, std::size_t)) {
+    bench::add(
+        std::string(name) + "/" + who, {16, 1000, 100'000},
+        [](std::size_t pairs) { return std::make_unique<Given>(pairs); },
+        [step](const std::unique_ptr<Given>& given, std::size_t pairs) { step(*given, pairs); });
+  };
+  run("add", [](const Given& given, std::size_t) {
     Collection collection;
-    fill(collection, all);
-    for (const Key& key : asked) collection.remove(key);
-  }
-}
-
-template <class Collection, class Key>
-void by_key(benchmark::State& state) {
-  Collection collection;
-  fill(collection, keys(state));
-  const auto asked = asked_for<Key>(state);
-  for (auto _ : state)
-    for (const Key& key : asked) benchmark::DoNotOptimize(collection.item(key));
-}
-
-template <class Collection>
-void exist(benchmark::State& state) {
-  Collection collection;
-  fill(collection, keys(state));
-  const auto asked = asked_for<String>(state);
-  for (auto _ : state)
-    for (const String& key : asked) benchmark::DoNotOptimize(collection.exist(key));
-}
-
-template <class Collection>
-void by_position(benchmark::State& state) {
-  Collection collection;
-  fill(collection, keys(state));
-  for (auto _ : state)
-    for (std::int64_t i = 0; i < state.range(0); ++i)
-      benchmark::DoNotOptimize(collection.item(static_cast<std::int32_t>(i * 7919 % state.range(0) + 1)));
-}
-
-/// Our walk holds each pair while it is the current one.
-template <class Collection, class Held>
-void walk(benchmark::State& state) {
-  Collection collection;
-  fill(collection, keys(state));
-  for (auto _ : state)
-    for (Held pair : collection.all()) benchmark::DoNotOptimize(pair);
-}
-
-void run(const char* name, void (*measured)(benchmark::State&)) {
-  benchmark::RegisterBenchmark(name, measured)->Arg(16)->Arg(1000)->Arg(100'000)->Unit(benchmark::kNanosecond);
+    fill(collection, given.keys);
+  });
+  run("remove", [](const Given& given, std::size_t) {
+    Collection collection;
+    fill(collection, given.keys);
+    for (const Key& key : given.asked_as_index) collection.remove(key);
+  });
+  run("key", [](const Given& given, std::size_t) {
+    for (const Key& key : given.asked_as_index) benchmark::DoNotOptimize(given.collection.item(key));
+  });
+  run("exist", [](const Given& given, std::size_t) {
+    for (const String& key : given.asked) benchmark::DoNotOptimize(given.collection.exist(key));
+  });
+  run("position", [](const Given& given, std::size_t pairs) {
+    for (std::size_t i = 0; i < pairs; ++i)
+      benchmark::DoNotOptimize(given.collection.item(static_cast<std::int32_t>(i * 7919 % pairs + 1)));
+  });
+  run("walk", [](const Given& given, std::size_t) { given.collection.walk(); });
 }
 
 const bool added = [] {
-  run("add/ValueCollection", add<Ours>);
-  run("add/MultiIndex", add<MultiIndex>);
-  run("key/ValueCollection", by_key<Ours, Variant>);
-  run("key/MultiIndex", by_key<MultiIndex, String>);
-  run("exist/ValueCollection", exist<Ours>);
-  run("exist/MultiIndex", exist<MultiIndex>);
-  run("position/ValueCollection", by_position<Ours>);
-  run("position/MultiIndex", by_position<MultiIndex>);
-  run("walk/ValueCollection", walk<Ours, const ValueCollection::Pair&>);
-  run("walk/MultiIndex", walk<MultiIndex, std::shared_ptr<Pair>>);
-  run("remove/ValueCollection", remove<Ours, Variant>);
-  run("remove/MultiIndex", remove<MultiIndex, String>);
+  add_all<Ours, Variant>("ValueCollection");
+  add_all<MultiIndex, String>("MultiIndex");
   return true;
 }();
 

@@ -1,13 +1,12 @@
-// Reading and saving whole text files of 1 KiB to 16 MiB, and their checksum up to 256 MiB, beside straight-line code
+// Reading and saving whole text files of 1 KiB to 64 MiB, and their checksum, beside straight-line code
 // that makes the same promises with the same system calls, and beside what promises nothing. Names are group/who/size;
 // the first of a group is what the others are compared with.
-#include <benchmark/benchmark.h>
-
 #include <cstdio>
 #include <filesystem>
 #include <string>
 #include <vector>
 
+#include "bench/measure.h"
 #include "checksums/clsApi.h"
 #include "checksums/clsCRC.h"
 
@@ -179,31 +178,29 @@ std::uint32_t read_by_blocks() {
   return sum;
 }
 
-/// `step` over a file of each size, which is there before.
+/// `step` with a text of each size, which is the content of the file.
 template <class Step>
-void add(const char* name, std::int64_t most, Step step) {
-  auto* const entry = benchmark::RegisterBenchmark(name, [step](benchmark::State& state) {
-    const String text(static_cast<std::size_t>(state.range(0)), u'x');
+void add(const char* name, Step step) {
+  const auto make = [](std::size_t size) {
+    String text(size, u'x');
     write_over(text);
-    for (auto _ : state) step(text);
-    state.SetBytesProcessed(state.iterations() * state.range(0));
-  });
-  for (std::int64_t size = 1 << 10; size <= most; size <<= 2) entry->Arg(size);
-  entry->UseRealTime();
+    return text;
+  };
+  bench::add(
+      name, {1 << 10, 1 << 14, 1 << 16, 1 << 20, 1'000'003, 1 << 22, 1 << 24, 1 << 26}, make,
+      [step](const String& text, std::size_t) { step(text); }, bench::Clock::wall);
 }
 
 const bool added = [] {
-  constexpr std::int64_t most_text = 1 << 24, most = 1 << 28;
-  add("read text/the same, plainly", most_text, [](const String&) { benchmark::DoNotOptimize(plain_read()); });
-  add("read text/ApiReadFile", most_text,
-      [](const String&) { benchmark::DoNotOptimize(api().ApiReadFile(file().u16string())); });
-  add("save text/the same, plainly", most_text, plain_save);
-  add("save text/apiSaveFile", most_text,
+  add("read text/the same, plainly", [](const String&) { benchmark::DoNotOptimize(plain_read()); });
+  add("read text/ApiReadFile", [](const String&) { benchmark::DoNotOptimize(api().ApiReadFile(file().u16string())); });
+  add("save text/the same, plainly", plain_save);
+  add("save text/apiSaveFile",
       [](const String& text) { benchmark::DoNotOptimize(api().apiSaveFile(file().u16string(), text)); });
-  add("save text/written over, unsafely", most_text, write_over);
-  add("checksum of a file/read by blocks, not summed", most,
+  add("save text/written over, unsafely", write_over);
+  add("checksum of a file/read by blocks, not summed",
       [](const String&) { benchmark::DoNotOptimize(read_by_blocks()); });
-  add("checksum of a file/CalculateFile", most,
+  add("checksum of a file/CalculateFile",
       [](const String&) { benchmark::DoNotOptimize(clsCRC().CalculateFile(file().u16string())); });
   return true;
 }();

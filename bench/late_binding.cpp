@@ -69,7 +69,7 @@ void add(const char* name, ComPtr<IDispatch> Objects::*which, const wchar_t* pro
       return;
     }
     for (auto _ : state) benchmark::DoNotOptimize(action(object, property, id));
-  })->Arg(1);
+  })->UseRealTime();
 }
 
 const bool added = [] {

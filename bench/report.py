@@ -4,13 +4,14 @@
 Usage: report.py [--chart file.svg] [--page page.md] title folder [title folder]...
 
 A folder holds the figures of one system, a JSON file a program. A benchmark is named subject/who/size; ours is the one
-called Tornby or like a member or class of ours. All benchmarks take turns in short rounds; of the rounds the best counts,
-since whatever else the machine does only adds to it.
+called Tornby or like a member or class of ours. All benchmarks take turns in short rounds, and the median of the rounds
+counts. Where the best rounds give another ratio, that is said: the machine had other work then.
 The tables go to the output, and with --page between the page's lines <!-- figures --> and <!-- end of figures -->."""
 
 import json
 import pathlib
 import re
+import statistics
 import sys
 
 OURS = re.compile(r"tornby|XML_Settings|ValueCollection|cls[A-Z]\w+|api\w+|Api\w+|Calculate\w+", re.IGNORECASE)
@@ -24,22 +25,35 @@ MEMBERS = {  # by subject, where that is not the member's own name
     "late_bound_property": "Late-bound property",
 }
 LESS = re.compile(r"unsafely|not summed")  # peers that promise less: in the tables, not in the chart
-NANOSECONDS = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}
+NANOSECONDS = {"s": 1e9, "ms": 1e6, "us": 1e3, "ns": 1}
+UNSTEADY = 1.2  # the ratio of the medians and that of the best rounds differ by so much
+
+
+class Rounds:
+    """The nanoseconds that one benchmark took."""
+
+    def __init__(self, times):
+        self.median = statistics.median(times)
+        self.best = min(times)
+
+    def times_as_fast_as(self, other):
+        return other.median / self.median, other.best / self.best
 
 
 def load(folder):
-    """Subject: size: who: nanoseconds, in the order of the programs."""
+    """Subject: size: who: rounds, in the order of the programs."""
     subjects = {}
     for path in sorted(pathlib.Path(folder).glob("*.json")):
         rounds = {}
         for entry in json.loads(path.read_text(encoding="utf-8"))["benchmarks"]:
             if entry["run_type"] == "iteration" and not entry.get("error_occurred"):
-                name = entry.get("run_name", entry["name"])
-                rounds.setdefault(name, []).append(entry["real_time"] * NANOSECONDS[entry["time_unit"]])
+                name, wall, _ = entry["run_name"].partition("/real_time")
+                time = entry["real_time" if wall else "cpu_time"]
+                rounds.setdefault(name, []).append(time * NANOSECONDS[entry["time_unit"]])
         for name in sorted(rounds, key=lambda name: name.split("/")[0]):
             subject, who, size = (name.split("/") + ["0"])[:3]
             sizes = subjects.setdefault(MEMBERS.get(subject, subject), (UNITS.get(path.stem, "B"), {}))[1]
-            sizes.setdefault(int(size), {})[who] = min(rounds[name])
+            sizes.setdefault(int(size), {})[who] = Rounds(rounds[name])
     return subjects
 
 
@@ -57,26 +71,33 @@ def size_text(size, unit):
 
 
 def time_text(nanoseconds):
-    for factor, name in ((1e6, "ms"), (1e3, "us")):
-        if nanoseconds >= factor:
-            return f"{nanoseconds / factor:.3g} {name}"
-    return f"{nanoseconds:.3g} ns"
+    rounded = float(f"{nanoseconds:.3g}")
+    unit = next((unit for unit, factor in NANOSECONDS.items() if rounded >= factor), "ns")
+    return f"{rounded / NANOSECONDS[unit]:.3g} {unit}"
 
 
 def ratio_text(ratio):
-    return f"{ratio:.2f} times" if ratio < 9.95 else f"{ratio:.0f} times"
+    return f"{ratio:.2f}" if ratio < 9.95 else f"{ratio:.0f}"
+
+
+def peer_text(ours, peer):
+    median, best = ours.times_as_fast_as(peer)
+    unsteady = max(median / best, best / median) > UNSTEADY
+    return f"{time_text(peer.median)}, {ratio_text(median)} times" + (f" (best {ratio_text(best)})" if unsteady else "")
 
 
 def processor():
+    """As far as the system tells: a virtual machine may keep the model's name to itself."""
+    told = {}
     for line in pathlib.Path("/proc/cpuinfo").read_text(encoding="utf-8").splitlines():
-        if line.startswith("model name"):
-            return line.split(":", 1)[1].strip()
-    return "unknown processor"
+        name, _, value = line.partition(":")
+        told.setdefault(name.strip(), value.strip())
+    return "{model name} (family {cpu family}, model {model}, stepping {stepping})".format_map(told)
 
 
 def tables(systems):
     yield (f"Measured on {processor()}, one thread. Behind the time of each peer stands how many times as fast as the peer "
-           "Tornby is.")
+           "Tornby is; \"best\" is that ratio of the best rounds, where it differs by more than a fifth.")
     subjects = dict.fromkeys(subject for _, found in systems for subject in found)
     for subject in subjects:
         everyone = dict.fromkeys(who for _, found in systems for row in found.get(subject, ("", {}))[1].values()
@@ -90,8 +111,8 @@ def tables(systems):
             ours = row.get(ours_of(row))
             if ours is None:
                 continue
-            cells = [f"{time_text(row[who])}, {ratio_text(row[who] / ours)}" if who in row else "" for who in everyone]
-            yield f"| {size_text(size, unit)} | {title} | {time_text(ours)} | " + " | ".join(cells) + " |"
+            cells = [peer_text(ours, row[who]) if who in row else "" for who in everyone]
+            yield f"| {size_text(size, unit)} | {title} | {time_text(ours.median)} | " + " | ".join(cells) + " |"
 
 
 def draw(systems, path):
@@ -106,10 +127,10 @@ def draw(systems, path):
         points = []
         for subject, (_, sizes) in found.items():
             for row in sizes.values():
-                ours, peers = ours_of(row), [time for who, time in row.items()
+                ours, peers = ours_of(row), [rounds.median for who, rounds in row.items()
                                               if not OURS.match(who) and not LESS.search(who)]
                 if ours and peers:
-                    points.append((min(peers) / row[ours], subjects.index(subject) + 0.15 * (2 * at - 1)))
+                    points.append((min(peers) / row[ours].median, subjects.index(subject) + 0.15 * (2 * at - 1)))
         axes.scatter(*zip(*points), label=title, s=18, alpha=0.7)
     axes.axvline(1, color="black", linewidth=0.8)
     axes.set_xscale("log")

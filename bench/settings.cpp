@@ -2,20 +2,18 @@
 // groups of 20 keys and 1000 groups of 100; the first of a group is what the others are compared with.
 //
 // "load" and "save" are of a text in memory, the first with one key read.
-#include <benchmark/benchmark.h>
+#define SI_NO_CONVERSION   // the texts here are ASCII
+#define SI_IMPLEMENTATION  // the package has it compiled for the host alone
+#include <SimpleIni.h>
 
 #include <cstdint>
+#include <memory>
+#include <pugixml.hpp>
 #include <string>
 #include <vector>
 
+#include "bench/measure.h"
 #include "settings/XML_Settings.h"
-
-#ifndef _WIN32            // the peers' packages hold code for the host alone
-#define SI_NO_CONVERSION  // the texts here are ASCII
-#include <SimpleIni.h>
-
-#include <pugixml.hpp>
-#endif
 
 namespace {
 
@@ -24,8 +22,8 @@ struct Shape {
   int keys;
 };
 
-Shape shape_of(const benchmark::State& state) {
-  return state.range(0) == 400 ? Shape{20, 20} : Shape{1000, 100};
+Shape shape_of(std::size_t keys) {
+  return keys == 400 ? Shape{20, 20} : Shape{1000, 100};
 }
 
 std::string name(const char* kind, int number) {
@@ -84,7 +82,6 @@ class Ours {
   std::vector<std::pair<tornby::String, tornby::String>> keys_;
 };
 
-#ifndef _WIN32
 class Ini {
  public:
   explicit Ini(const Shape& shape) : keys_(all_keys(shape)) {
@@ -158,34 +155,34 @@ class Xml {
   std::string text_;
   std::vector<std::pair<std::string, std::string>> keys_;
 };
-#endif
-
-template <class Document, std::size_t (Document::*action)(std::size_t)>
-void run(benchmark::State& state) {
-  Document document(shape_of(state));
-  std::size_t i = 0;
-  for (; i < 3; ++i) benchmark::DoNotOptimize((document.*action)(i));  // what is made at first use is there
-  for (auto _ : state) benchmark::DoNotOptimize((document.*action)(i++));
-}
-
-void add(const std::string& name, void (*run)(benchmark::State&)) {
-  benchmark::RegisterBenchmark(name.c_str(), run)->Arg(400)->Arg(100'000)->Unit(benchmark::kNanosecond);
-}
 
 template <class Document>
 void add_all(const std::string& who) {
-  add("get/" + who, run<Document, &Document::get>);
-  add("set/" + who, run<Document, &Document::set>);
-  add("load/" + who, run<Document, &Document::load>);
-  add("save/" + who, run<Document, &Document::save>);
+  struct Opened {
+    Document document;
+    std::size_t steps = 0;
+  };
+  const auto run = [&who](const char* name, std::size_t (Document::*action)(std::size_t)) {
+    const auto step = [action](const std::unique_ptr<Opened>& opened, std::size_t) {
+      benchmark::DoNotOptimize((opened->document.*action)(opened->steps++));
+    };
+    const auto open = [step](std::size_t keys) {
+      std::unique_ptr<Opened> opened(new Opened{Document(shape_of(keys))});
+      for (int i = 0; i < 3; ++i) step(opened, keys);  // what is made at first use is there
+      return opened;
+    };
+    bench::add(std::string(name) + "/" + who, {400, 100'000}, open, step);
+  };
+  run("get", &Document::get);
+  run("set", &Document::set);
+  run("load", &Document::load);
+  run("save", &Document::save);
 }
 
 const bool added = [] {
   add_all<Ours>("XML_Settings");
-#ifndef _WIN32
   add_all<Ini>("SimpleIni");
   add_all<Xml>("pugixml");
-#endif
   return true;
 }();
 
