@@ -14,6 +14,7 @@
 #include <windows.h>
 #else
 #include <fcntl.h>
+#include <malloc.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
@@ -180,7 +181,7 @@ std::uint32_t read_by_blocks() {
 
 /// `step` with a text of each size, which is the content of the file.
 template <class Step>
-void add(const char* name, Step step) {
+void add(const char* name, Step step, bench::Clock clock = bench::Clock::processor) {
   const auto make = [](std::size_t size) {
     String text(size, u'x');
     write_over(text);
@@ -188,16 +189,21 @@ void add(const char* name, Step step) {
   };
   bench::add(
       name, {1 << 10, 1 << 14, 1 << 16, 1 << 20, 1'000'003, 1 << 22, 1 << 24, 1 << 26}, make,
-      [step](const String& text, std::size_t) { step(text); }, bench::Clock::wall);
+      [step](const String& text, std::size_t) { step(text); }, clock);
 }
 
 const bool added = [] {
+#ifdef M_MMAP_THRESHOLD
+  ::mallopt(M_MMAP_THRESHOLD, 1 << 17);  // large results lie in fresh memory, whatever was allocated before
+#endif
   add("read text/the same, plainly", [](const String&) { benchmark::DoNotOptimize(plain_read()); });
   add("read text/ApiReadFile", [](const String&) { benchmark::DoNotOptimize(api().ApiReadFile(file().u16string())); });
-  add("save text/the same, plainly", plain_save);
-  add("save text/apiSaveFile",
-      [](const String& text) { benchmark::DoNotOptimize(api().apiSaveFile(file().u16string(), text)); });
-  add("save text/written over, unsafely", write_over);
+  constexpr auto disk = bench::Clock::wall;
+  add("save text/the same, plainly", plain_save, disk);
+  add(
+      "save text/apiSaveFile",
+      [](const String& text) { benchmark::DoNotOptimize(api().apiSaveFile(file().u16string(), text)); }, disk);
+  add("save text/written over, unsafely", write_over, disk);
   add("checksum of a file/read by blocks, not summed",
       [](const String&) { benchmark::DoNotOptimize(read_by_blocks()); });
   add("checksum of a file/CalculateFile",

@@ -27,6 +27,7 @@ MEMBERS = {  # by subject, where that is not the member's own name
 LESS = re.compile(r"unsafely|not summed")  # peers that promise less: in the tables, not in the chart
 NANOSECONDS = {"s": 1e9, "ms": 1e6, "us": 1e3, "ns": 1}
 UNSTEADY = 1.2  # the ratio of the medians and that of the best rounds differ by so much
+SHORTEST = 1e6  # a round that was shorter than this, its length having been guessed in a bad moment, tells nothing
 
 
 class Rounds:
@@ -48,8 +49,9 @@ def load(folder):
         for entry in json.loads(path.read_text(encoding="utf-8"))["benchmarks"]:
             if entry["run_type"] == "iteration" and not entry.get("error_occurred"):
                 name, wall, _ = entry["run_name"].partition("/real_time")
-                time = entry["real_time" if wall else "cpu_time"]
-                rounds.setdefault(name, []).append(time * NANOSECONDS[entry["time_unit"]])
+                time = entry["real_time" if wall else "cpu_time"] * NANOSECONDS[entry["time_unit"]]
+                if time * entry["iterations"] >= SHORTEST:
+                    rounds.setdefault(name, []).append(time)
         for name in sorted(rounds, key=lambda name: name.split("/")[0]):
             subject, who, size = (name.split("/") + ["0"])[:3]
             sizes = subjects.setdefault(MEMBERS.get(subject, subject), (UNITS.get(path.stem, "B"), {}))[1]
@@ -80,10 +82,23 @@ def ratio_text(ratio):
     return f"{ratio:.2f}" if ratio < 9.95 else f"{ratio:.0f}"
 
 
+def is_unsteady(median, best):
+    return max(median / best, best / median) > UNSTEADY
+
+
 def peer_text(ours, peer):
     median, best = ours.times_as_fast_as(peer)
-    unsteady = max(median / best, best / median) > UNSTEADY
-    return f"{time_text(peer.median)}, {ratio_text(median)} times" + (f" (best {ratio_text(best)})" if unsteady else "")
+    best_text = f" (best {ratio_text(best)})" if is_unsteady(median, best) else ""
+    return f"{time_text(peer.median)}, {ratio_text(median)} times{best_text}"
+
+
+def ratios(systems):
+    """Of the medians and of the best rounds, ours with every peer."""
+    for _, found in systems:
+        for _, sizes in found.values():
+            for row in sizes.values():
+                if ours := row.get(ours_of(row)):
+                    yield from (ours.times_as_fast_as(peer) for who, peer in row.items() if not OURS.match(who))
 
 
 def processor():
@@ -96,8 +111,11 @@ def processor():
 
 
 def tables(systems):
+    measured = list(ratios(systems))
+    unsteady = sum(is_unsteady(*ratio) for ratio in measured)
     yield (f"Measured on {processor()}, one thread. Behind the time of each peer stands how many times as fast as the peer "
-           "Tornby is; \"best\" is that ratio of the best rounds, where it differs by more than a fifth.")
+           "Tornby is; \"best\" is that ratio of the best rounds, where it differs by more than a fifth. That it does in "
+           f"{unsteady} of {len(measured)} ratios, because the machine had other work at times.")
     subjects = dict.fromkeys(subject for _, found in systems for subject in found)
     for subject in subjects:
         everyone = dict.fromkeys(who for _, found in systems for row in found.get(subject, ("", {}))[1].values()
