@@ -45,6 +45,11 @@ Vector looked_up_in_256(const std::uint8_t* table, Vector index) {
                                 looked_up_in_128(table + 128, index));
 }
 
+/// Asked without this, 32-bit code moves the masks to memory and back.
+bool none(__mmask64 mask) {
+  return _kortestz_mask64_u8(mask, mask) != 0;
+}
+
 /// The codes of a step. Returns whether that is what they are.
 bool find_codes(Vector first, Vector second, const CodeMap* map, Vector& codes) {
   const Vector lower = picked(lower_bytes, first, second), upper = picked(upper_bytes, first, second);
@@ -52,14 +57,14 @@ bool find_codes(Vector first, Vector second, const CodeMap* map, Vector& codes) 
   const Vector beyond_ascii = _mm512_or_si512(upper, _mm512_and_si512(lower, high_bit));
   const __mmask64 others = _mm512_test_epi8_mask(beyond_ascii, beyond_ascii);
   codes = lower;
-  if (others == 0) return true;
+  if (none(others)) return true;
   if (!map) return false;
   const Vector place = _mm512_add_epi8(lower, _mm512_permutexvar_epi8(upper, load(map->shift)));
   const Vector code = looked_up_in_256(map->code_at, place);
   codes = _mm512_mask_blend_epi8(others, lower, code);
   const Vector wrong = _mm512_xor_si512(looked_up_in_128(map->upper, code), upper);
   const Vector wrong_or_none = _mm512_or_si512(wrong, _mm512_andnot_si512(code, high_bit));
-  return _mm512_mask_test_epi8_mask(others, wrong_or_none, wrong_or_none) == 0;
+  return none(_mm512_mask_test_epi8_mask(others, wrong_or_none, wrong_or_none));
 }
 
 struct Units {
@@ -72,13 +77,21 @@ Units units_of(Vector codes, const CharacterMap& map) {
   return {picked(first_pairs, lower, upper), picked(last_pairs, lower, upper)};
 }
 
-/// The first `size` of a step, as masks.
+/// Masks for the first `size` of a step, each half by itself.
 struct Some {
-  explicit Some(std::size_t size) : all((std::uint64_t{1} << size) - 1) {}
-  __mmask32 first() const { return static_cast<__mmask32>(all); }
-  __mmask32 second() const { return static_cast<__mmask32>(all >> half); }
-  __mmask64 all;
+  explicit Some(std::size_t size)
+      : first(mask(size < half ? size : half)), second(mask(size < half ? 0 : size - half)) {}
+  static __mmask32 mask(std::size_t size) { return size == 0 ? 0 : ~std::uint32_t{0} >> (half - size); }
+  __mmask32 first, second;
 };
+Vector load_bytes(const std::uint8_t* from, const Some& some) {
+  const __m256i low = _mm256_maskz_loadu_epi8(some.first, from);
+  return _mm512_inserti64x4(_mm512_castsi256_si512(low), _mm256_maskz_loadu_epi8(some.second, from + half), 1);
+}
+void store_bytes(std::uint8_t* to, Vector v, const Some& some) {
+  _mm256_mask_storeu_epi8(to, some.first, _mm512_castsi512_si256(v));
+  _mm256_mask_storeu_epi8(to + half, some.second, _mm512_extracti64x4_epi64(v, 1));
+}
 
 template <class Convert>
 void widen_by(Convert convert, const std::uint8_t* codes, std::size_t size, char16_t* units) {
@@ -90,9 +103,9 @@ void widen_by(Convert convert, const std::uint8_t* codes, std::size_t size, char
   }
   if (done == size) return;
   const Some rest(size - done);
-  const Units made = convert(_mm512_maskz_loadu_epi8(rest.all, codes + done));
-  _mm512_mask_storeu_epi16(units + done, rest.first(), made.first);
-  _mm512_mask_storeu_epi16(units + done + half, rest.second(), made.second);
+  const Units made = convert(load_bytes(codes + done, rest));
+  _mm512_mask_storeu_epi16(units + done, rest.first, made.first);
+  _mm512_mask_storeu_epi16(units + done + half, rest.second, made.second);
 }
 
 }  // namespace
@@ -106,10 +119,10 @@ std::size_t narrow(const char16_t* units, std::size_t size, std::uint8_t* codes,
   }
   if (done == size) return done;
   const Some rest(size - done);
-  if (!find_codes(_mm512_maskz_loadu_epi16(rest.first(), units + done),
-                  _mm512_maskz_loadu_epi16(rest.second(), units + done + half), map, found))
+  if (!find_codes(_mm512_maskz_loadu_epi16(rest.first, units + done),
+                  _mm512_maskz_loadu_epi16(rest.second, units + done + half), map, found))
     return done;
-  _mm512_mask_storeu_epi8(codes + done, rest.all, found);
+  store_bytes(codes + done, found, rest);
   return size;
 }
 
