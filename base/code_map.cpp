@@ -25,8 +25,14 @@ constexpr CodeMapKernel list[] = {
 #endif
     {"plain", no_features, plain::narrow, plain::widen, plain::widen_bytes},
 };
-constinit Chosen<CodeMapKernel> chosen(list);
-[[maybe_unused]] const bool has_choice = chosen.choose(list);
+
+}  // namespace
+
+constinit Chosen<CodeMapKernel> chosen_code_map(list);
+
+namespace {
+
+[[maybe_unused]] const bool has_choice = chosen_code_map.choose(list);
 
 std::uint8_t lower_byte(unsigned unit) {
   return static_cast<std::uint8_t>(unit);
@@ -85,9 +91,6 @@ CharacterMap::CharacterMap(const Characters& characters, const CodeRun& some_run
 
 std::span<const CodeMapKernel> code_map_kernels() {
   return list;
-}
-const CodeMapKernel& code_maps() {
-  return *chosen;
 }
 
 }  // namespace tornby

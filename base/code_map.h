@@ -70,7 +70,10 @@ inline constexpr std::size_t code_stride = 64;
 std::span<const CodeMapKernel> code_map_kernels();
 
 /// The best kernel for this processor.
-const CodeMapKernel& code_maps();
+extern constinit Chosen<CodeMapKernel> chosen_code_map;
+inline const CodeMapKernel& code_maps() {
+  return *chosen_code_map;
+}
 
 /// Writes one unit a byte, whose value is the byte.
 inline void widen_bytes(ByteView bytes, char16_t* units) {

@@ -64,6 +64,7 @@ void SingleByteCodePage::encode_by(const Codes& codes, StringView text, std::uin
   const auto by_table = [table = codes.of.data()](char16_t unit) { return table[unit]; };
   while (!text.empty()) {
     const std::size_t done = ascii_is_itself_ ? code_maps().narrow(text.data(), text.size(), out, &codes.map) : 0;
+    if (done == text.size()) return;
     const std::size_t rest = text.size() - done;
     const StringView others = text.substr(done, ascii_is_itself_ ? std::min(rest, code_stride) : rest);
     out = std::transform(others.begin(), others.end(), out + done, by_table);
@@ -75,6 +76,7 @@ std::size_t SingleByteCodePage::decode(ByteView bytes, char16_t* out) const {
   const auto by_table = [this](std::uint8_t code) { return characters_[code]; };
   for (ByteView left = bytes; !left.empty();) {
     const std::size_t done = ascii_is_itself_ ? code_maps().widen(left.data(), left.size(), out, map_) : 0;
+    if (done == left.size()) break;
     const std::size_t rest = left.size() - done;
     const ByteView others = left.subspan(done, ascii_is_itself_ ? std::min(rest, code_stride) : rest);
     out = std::transform(others.begin(), others.end(), out + done, by_table);

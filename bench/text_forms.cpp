@@ -1,7 +1,7 @@
 // Hexadecimal, Base64 and the keyed XOR: the block kernels, and the members that give text or bytes. Sizes are those of
-// the bytes that the form stands for, or of the characters. A member's peer is its kernels alone over as many bytes.
-// They work from and to memory that is in use already; large ones also get, and touch, fresh memory of the size of the
-// member's result.
+// the bytes that the form stands for, or of the characters. A member's peer is its kernels alone over as many bytes:
+// small results go to memory that is in use already, large ones to fresh memory of the size of the member's result.
+// What that memory costs by itself, asked for and given back, stands beside it.
 #include <libbase64.h>
 
 #include <memory>
@@ -22,12 +22,13 @@ namespace {
 using namespace tornby;
 using bench::short_lengths;
 
-/// Some bytes, and room for any of their forms.
+/// Some bytes, their form, and room for any form of them.
 struct Blocks {
-  Bytes bytes, digits;
+  Bytes bytes, digits, room;
+  String text = {}, copy = {};
 };
 Blocks blocks(std::size_t size) {
-  return {bench::some_bytes(size), Bytes(2 * size + 4)};
+  return {bench::some_bytes(size), Bytes(2 * size + 4), Bytes(2 * size + 4)};
 }
 Blocks hexadecimal(std::size_t size) {
   Blocks made = blocks(size);
@@ -62,9 +63,9 @@ void base64_decode(Blocks& b, std::size_t size) {
   benchmark::DoNotOptimize(base64::best().decode(b.digits.data(), size / 3, b.bytes.data()));
 }
 template <std::size_t key_size>
-void apply_key(Blocks& b, std::size_t size) {
+void apply_key(const std::uint8_t* from, std::size_t size, std::uint8_t* to) {
   static const Bytes key(key_size, 0x5A);
-  keyed_xor::apply(b.bytes.data(), b.bytes.data(), size, key.data(), key.size(), 0);
+  keyed_xor::apply(from, to, size, key.data(), key.size(), 0);
 }
 
 // The 256-bit code of Alfred Klomp's library.
@@ -99,7 +100,8 @@ void add_kernels() {
     benchmark::DoNotOptimize(::EVP_DecodeBlock(b.bytes.data(), b.digits.data(), static_cast<int>(size / 3 * 4)));
   });
 #endif
-  add_kernel("XOR, key of 16/Tornby", blocks, apply_key<16>);
+  add_kernel("XOR, key of 16/Tornby", blocks,
+             [](Blocks& b, std::size_t size) { apply_key<16>(b.bytes.data(), size, b.bytes.data()); });
   add_kernel("XOR, key of 16/by bytes", blocks, [](Blocks& b, std::size_t size) {
     static const Bytes key(16, 0x5A);
     for (std::size_t i = 0; i < size; ++i) b.bytes[i] ^= key[i % 16];
@@ -130,99 +132,108 @@ String signs(std::size_t size) {
   return bench::some_text(size, 30, u'\u20AC');
 }
 
-void touch_fresh_memory(std::size_t size) {
-  constexpr std::size_t large = 1 << 16, page = 4096;
-  if (size < large) return;
-  const std::unique_ptr<std::uint8_t[]> memory(new std::uint8_t[size]);
-  for (std::size_t at = 0; at < size; at += page) memory[at] = 0;
-  benchmark::DoNotOptimize(memory.get());
+/// Memory of a result: fresh, and every page of it touched, if it is large.
+class Room {
+ public:
+  Room(Bytes& in_use, std::size_t size) : place_(in_use.data()) {
+    constexpr std::size_t large = 1 << 16, page = 4096;
+    if (size < large) return;
+    fresh_.reset(new std::uint8_t[size]);
+    place_ = fresh_.get();
+    for (std::size_t at = 0; at < size; at += page) place_[at] = 0;
+    benchmark::DoNotOptimize(place_);
+  }
+  std::uint8_t* place() const { return place_; }
+
+ private:
+  std::unique_ptr<std::uint8_t[]> fresh_;
+  std::uint8_t* place_;
+};
+
+/// The text to decipher, too.
+Blocks enciphered(std::size_t size) {
+  Blocks made = base64_digits(size);
+  String text = ascii(size);
+  made.text = web().Encrypt(text, key);
+  return made;
+}
+
+void encode_alone(Blocks& b, std::size_t size, std::uint8_t* room) {
+  base64::best().encode(b.bytes.data(), size / 3, room);
+}
+void decode_alone(Blocks& b, std::size_t size, std::uint8_t* room) {
+  benchmark::DoNotOptimize(base64::best().decode(b.digits.data(), size / 3, room));
+}
+
+/// What stands beside a member whose result has so many bytes for each three of the size: `step` puts as much there.
+template <class Make, class Step>
+void add_alone(const std::string& member, std::size_t bytes_for_three, Make make, Step step) {
+  const auto result_size = [=](std::size_t size) { return size * bytes_for_three / 3; };
+  add_member((member + "/its kernels alone").c_str(), make, [=](Blocks& b, std::size_t size) {
+    const Room room(b.room, result_size(size));
+    step(b, size, room.place());
+  });
+  add_member((member + "/its memory alone").c_str(), [](std::size_t) { return 0; },
+             [=](int, std::size_t size) {
+               Bytes memory;
+               memory.reserve(result_size(size));
+               benchmark::DoNotOptimize(memory.data());
+             });
 }
 
 void add_members() {
   add_member("HexEncrypt/Tornby", stored_text,
              [](const String& text, std::size_t) { benchmark::DoNotOptimize(cipher().HexEncrypt(text).data()); });
-  add_member("HexEncrypt/its kernels alone", blocks, [](Blocks& b, std::size_t size) {
-    touch_fresh_memory(4 * size);
-    apply_key<16>(b, size);
-    hex_encode(b, size);
+  add_alone("HexEncrypt", 12, blocks, [](Blocks& b, std::size_t size, std::uint8_t* room) {
+    apply_key<16>(b.bytes.data(), size, b.bytes.data());
+    hex::best().encode(b.bytes.data(), size, room);
   });
   add_member(
       "HexDecrypt/Tornby", [](std::size_t size) { return cipher().HexEncrypt(stored_text(size)); },
       [](const String& text, std::size_t) { benchmark::DoNotOptimize(cipher().HexDecrypt(text).data()); });
-  add_member("HexDecrypt/its kernels alone", hexadecimal, [](Blocks& b, std::size_t size) {
-    touch_fresh_memory(size);
-    hex_decode(b, size);
-    apply_key<16>(b, size);
+  add_alone("HexDecrypt", 3, hexadecimal, [](Blocks& b, std::size_t size, std::uint8_t* room) {
+    benchmark::DoNotOptimize(hex::best().decode(b.digits.data(), size, room));
+    apply_key<16>(room, size, room);
   });
   add_member("clsEncryptXOR Encrypt/Tornby", stored_text,
              [](const String& text, std::size_t) { benchmark::DoNotOptimize(cipher().Encrypt(text).data()); });
-  add_member("clsEncryptXOR Encrypt/its kernels alone", blocks, [](Blocks& b, std::size_t size) {
-    touch_fresh_memory(size);
-    apply_key<16>(b, size);
-  });
+  add_alone("clsEncryptXOR Encrypt", 3, blocks,
+            [](Blocks& b, std::size_t size, std::uint8_t* room) { apply_key<16>(b.bytes.data(), size, room); });
   add_member("bsEncode/Tornby", bench::some_bytes,
              [](const Bytes& bytes, std::size_t) { benchmark::DoNotOptimize(web().bsEncode(bytes).data()); });
-  add_member("bsEncode/its kernels alone", blocks, [](Blocks& b, std::size_t size) {
-    touch_fresh_memory(4 * size / 3);
-    base64_encode(b, size);
-  });
+  add_alone("bsEncode", 4, blocks, encode_alone);
   add_member(
       "bsDecode/Tornby", [](std::size_t size) { return web().bsEncode(bench::some_bytes(size)); },
       [](const Bytes& digits, std::size_t) { benchmark::DoNotOptimize(web().bsDecode(digits).data()); });
-  add_member("bsDecode/its kernels alone", base64_digits, [](Blocks& b, std::size_t size) {
-    touch_fresh_memory(size);
-    base64_decode(b, size);
-  });
+  add_alone("bsDecode", 3, base64_digits, decode_alone);
   add_member("bsEncodeString/Tornby", ascii,
              [](const String& text, std::size_t) { benchmark::DoNotOptimize(web().bsEncodeString(text).data()); });
-  add_member("bsEncodeString/its kernels alone", blocks, [](Blocks& b, std::size_t size) {
-    touch_fresh_memory(8 * size / 3);
-    base64_encode(b, size);
-  });
+  add_alone("bsEncodeString", 8, blocks, encode_alone);
   add_member("bsEncodeString, accents/Tornby", letters,
              [](const String& text, std::size_t) { benchmark::DoNotOptimize(web().bsEncodeString(text).data()); });
-  add_member("bsEncodeString, accents/its kernels alone", blocks, [](Blocks& b, std::size_t size) {
-    touch_fresh_memory(8 * size / 3);
-    base64_encode(b, size);
-  });
+  add_alone("bsEncodeString, accents", 8, blocks, encode_alone);
   add_member("bsEncodeString, signs/Tornby", signs,
              [](const String& text, std::size_t) { benchmark::DoNotOptimize(web().bsEncodeString(text).data()); });
-  add_member("bsEncodeString, signs/its kernels alone", blocks, [](Blocks& b, std::size_t size) {
-    touch_fresh_memory(8 * size / 3);
-    base64_encode(b, size);
-  });
+  add_alone("bsEncodeString, signs", 8, blocks, encode_alone);
   add_member(
       "bsDecodeString/Tornby", [](std::size_t size) { return web().bsEncodeString(ascii(size)); },
       [](const String& text, std::size_t) { benchmark::DoNotOptimize(web().bsDecodeString(text).data()); });
-  add_member("bsDecodeString/its kernels alone", base64_digits, [](Blocks& b, std::size_t size) {
-    touch_fresh_memory(2 * size);
-    base64_decode(b, size);
-  });
-  struct Texts {
-    String given, changed;
-  };
+  add_alone("bsDecodeString", 6, base64_digits, decode_alone);
   add_member("clsWebEncryption Encrypt/Tornby", ascii, [](String& text, std::size_t) {
     benchmark::DoNotOptimize(web().Encrypt(text, key).data());  // again and again, there and back
   });
-  add_member("clsWebEncryption Encrypt/its kernels alone", blocks, [](Blocks& b, std::size_t size) {
-    touch_fresh_memory(8 * size / 3);
-    apply_key<6>(b, size);
-    base64_encode(b, size);
+  add_alone("clsWebEncryption Encrypt", 8, blocks, [](Blocks& b, std::size_t size, std::uint8_t* room) {
+    apply_key<6>(b.bytes.data(), size, b.bytes.data());
+    base64::best().encode(b.bytes.data(), size / 3, room);
   });
-  add_member(
-      "clsWebEncryption Decrypt/Tornby",
-      [](std::size_t size) {
-        String text = ascii(size);
-        return Texts{web().Encrypt(text, key), {}};
-      },
-      [](Texts& texts, std::size_t) {
-        texts.changed = texts.given;
-        benchmark::DoNotOptimize(web().Decrypt(texts.changed, key).data());
-      });
-  add_member("clsWebEncryption Decrypt/its kernels alone", base64_digits, [](Blocks& b, std::size_t size) {
-    touch_fresh_memory(2 * size);
-    base64_decode(b, size);
-    apply_key<6>(b, size);
+  add_member("clsWebEncryption Decrypt/Tornby", enciphered, [](Blocks& b, std::size_t) {
+    b.copy = b.text;  // which the member changes
+    benchmark::DoNotOptimize(web().Decrypt(b.copy, key).data());
+  });
+  add_alone("clsWebEncryption Decrypt", 6, enciphered, [](Blocks& b, std::size_t size, std::uint8_t* room) {
+    b.copy = b.text;
+    benchmark::DoNotOptimize(base64::best().decode(b.digits.data(), size / 3, room));
+    apply_key<6>(room, size, room);
   });
 }
 

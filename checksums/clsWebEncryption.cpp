@@ -74,9 +74,10 @@ std::size_t decode(const Digit* digits, std::size_t size, std::uint8_t* bytes) {
     // The second digit counts even where it is padding; the third and fourth may be missing.
     const Digit* const end = digits + groups * digits_a_group;
     const Digit last[] = {end[0], end[1], rest == 3 ? end[2] : Digit{'A'}, Digit{'A'}};
-    std::uint8_t read[bytes_a_group];
+    std::uint8_t read[bytes_a_group] = {};
     legal = legal && base64::decode_plain(last, 1, read) == 1;
-    std::copy_n(read, bytes_for(rest), bytes + groups * bytes_a_group);
+    bytes[groups * bytes_a_group] = read[0];
+    if (rest == 3) bytes[groups * bytes_a_group + 1] = read[1];
   }
   if (!legal) refuse(u"Illegal character.");
   return bytes_for(size);

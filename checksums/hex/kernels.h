@@ -11,7 +11,10 @@ namespace tornby::hex {
 std::span<const Codec> kernels();
 
 /// The best kernel for this processor.
-const Codec& best();
+extern constinit Chosen<Codec> chosen;
+inline const Codec& best() {
+  return *chosen;
+}
 
 // The plain kernel, for digits that are bytes or units.
 template <class Digit>
