@@ -139,14 +139,17 @@ def draw(systems, path):
     matplotlib.rcParams["svg.hashsalt"] = "tornby"  # the same figures make the same file
     from matplotlib import pyplot
 
-    subjects = list(dict.fromkeys(subject for _, found in systems for subject in found))
+    def peers_in(row):
+        return [rounds.median for who, rounds in row.items() if not OURS.match(who) and not LESS.search(who)]
+
+    subjects = list(dict.fromkeys(subject for _, found in systems for subject, (_, sizes) in found.items()
+                                  if any(map(peers_in, sizes.values()))))
     figure, axes = pyplot.subplots(figsize=(9, 1.5 + 0.27 * len(subjects)), layout="constrained")
     for at, (title, found) in enumerate(systems):
         points = []
         for subject, (_, sizes) in found.items():
             for row in sizes.values():
-                ours, peers = ours_of(row), [rounds.median for who, rounds in row.items()
-                                              if not OURS.match(who) and not LESS.search(who)]
+                ours, peers = ours_of(row), peers_in(row)
                 if ours and peers:
                     points.append((min(peers) / row[ours].median, subjects.index(subject) + 0.15 * (2 * at - 1)))
         axes.scatter(*zip(*points), label=title, s=18, alpha=0.7)
