@@ -1,5 +1,6 @@
 #include "support/holdings.h"
 
+#include <algorithm>
 #include <vector>
 
 #include <windows.h>
@@ -41,21 +42,20 @@ int count_windows() {
   return count;
 }
 
-/// The system's one table gives free places again, the latest first, before it grows. So menus are made until it has
-/// grown for each of a few in a row: all below the last one is then in use, by others where it is no menu of ours.
+/// The system's one table gives free places again, the latest first, before it grows. So many menus are made, and more
+/// until it has grown for a few in a row: all below the last one is then in use, by others where it is no menu of ours.
 int count_user_objects() {
-  constexpr int few = 16;
+  constexpr int many = 2000, few = 16;
   std::vector<HMENU> menus;
-  int last = 0;
-  for (int grown = 0; grown < few;) {
+  int highest = 0;
+  for (int grown = 0; menus.size() < many || grown < few;) {
     menus.push_back(::CreateMenu());
     const int place = LOWORD(reinterpret_cast<std::uintptr_t>(menus.back())) / 2;
-    grown = place == last + 1 ? grown + 1 : 0;
-    last = place;
-    if (!menus.back()) break;
+    grown = place > highest || place == 0 ? grown + 1 : 0;  // 0: the table is full
+    highest = std::max(highest, place);
   }
   for (const HMENU menu : menus) ::DestroyMenu(menu);
-  return last - static_cast<int>(menus.size());
+  return highest - static_cast<int>(menus.size());
 }
 
 std::size_t private_bytes() {
