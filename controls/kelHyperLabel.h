@@ -19,15 +19,16 @@ class kelHyperLabel final : public Control {
   bool UseDynamicHeight() const { return use_dynamic_height_; }
   void UseDynamicHeight(bool value);
 
-  /// A caption that begins with "HyperLabel", the placeholder of a new control, turns into the control's name on its
-  /// form when it is read. A write does not tell the host of a change: it is saved together with the next one.
+  /// The text. One that begins with "HyperLabel", the placeholder of a new control, turns into the control's name on
+  /// its form when it is read. A write does not tell the host of a change: it is saved together with the next one.
   String Caption() const;
   void Caption(StringView value);
 
   Color BackColor() const;
   void BackColor(Color value);
 
-  /// A write does not lay the control out: outside UseDynamicHeight its height follows with the next layout.
+  /// The font of the text. A write does not lay the control out: outside UseDynamicHeight its height follows with the
+  /// next layout.
   tornby::Font Font() const;
   void Font(const tornby::Font& value);
 

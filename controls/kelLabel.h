@@ -23,7 +23,7 @@ class kelLabel final : public Control {
   Color BackColor() const;
   void BackColor(Color value);
 
-  /// A write lays the control out.
+  /// The text. A write lays the control out.
   String Caption() const;
   void Caption(StringView value);
 
@@ -33,7 +33,7 @@ class kelLabel final : public Control {
   Color ForeColor() const;
   void ForeColor(Color value);
 
-  /// A write lays the control out.
+  /// Whether the control answers the user. A write lays the control out.
   bool Enabled() const;
   void Enabled(bool value);
 
