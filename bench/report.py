@@ -27,7 +27,7 @@ MEMBERS = {  # by subject, where that is not the member's own name
 LESS = re.compile(r"unsafely|not summed|memory alone")  # peers that do less: in the tables, not in the chart
 NANOSECONDS = {"s": 1e9, "ms": 1e6, "us": 1e3, "ns": 1}
 UNSTEADY = 1.2  # the ratio of the medians and that of the best rounds differ by so much
-SHORTEST = 1e6  # a round that was shorter than this, its length having been guessed in a bad moment, tells nothing
+SHORTEST = 1e6  # rounds shorter than this, their length having been guessed in a bad moment, tell nothing
 
 
 class Rounds:
@@ -50,12 +50,14 @@ def load(folder):
             if entry["run_type"] == "iteration" and not entry.get("error_occurred"):
                 name, wall, _ = entry["run_name"].partition("/real_time")
                 time = entry["real_time" if wall else "cpu_time"] * NANOSECONDS[entry["time_unit"]]
-                if time * entry["iterations"] >= SHORTEST:
-                    rounds.setdefault(name, []).append(time)
+                rounds.setdefault(name, []).append((time, time * entry["iterations"]))
         for name in sorted(rounds, key=lambda name: name.split("/")[0]):
             subject, who, size = (name.split("/") + ["0"])[:3]
+            times, lengths = zip(*rounds[name])
+            if statistics.median(lengths) < SHORTEST:
+                continue
             sizes = subjects.setdefault(MEMBERS.get(subject, subject), (UNITS.get(path.stem, "B"), {}))[1]
-            sizes.setdefault(int(size), {})[who] = Rounds(rounds[name])
+            sizes.setdefault(int(size), {})[who] = Rounds(times)
     return subjects
 
 
