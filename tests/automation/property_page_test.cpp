@@ -394,8 +394,9 @@ TEST(PropertyPage, AnswersFramesThatPassKeysOn) {
     ComPtr<IAccessible> accessible;
     Bstr said;
     VARIANT self = long_variant(CHILDID_SELF);
-    ASSERT_EQ(::AccessibleObjectFromWindow(open.field(name), OBJID_CLIENT, IID_IAccessible, accessible.out_void()),
-              S_OK);
+    ASSERT_EQ(
+        ::AccessibleObjectFromWindow(open.field(name), OBJID_CLIENT, __uuidof(IAccessible), accessible.out_void()),
+        S_OK);
     EXPECT_EQ(accessible->get_accName(self, said.address()), S_OK);
     EXPECT_STREQ(said, spoken);
   }
