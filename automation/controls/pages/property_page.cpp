@@ -67,10 +67,8 @@ class PropertyPage final : public CountedAs<IPropertyPage2, IPropertyPage> {
 
   HRESULT STDMETHODCALLTYPE GetPageInfo(PROPPAGEINFO* info) override {
     if (!info) return E_POINTER;
-    const ULONG size = info->cb;
-    if (size < sizeof *info) return E_INVALIDARG;
     *info = {};
-    info->cb = size;
+    info->cb = sizeof *info;  // which some frames do not say
     return run([&] {
       const SIZE pixels = size_for_all_controls();
       auto page_title = task_text(title), page_summary = task_text(summary), file = task_text(help_file());
