@@ -25,6 +25,7 @@ MEMBERS = {  # by subject, where that is not the member's own name
     "late_bound_property": "Late-bound property",
 }
 LESS = re.compile(r"unsafely|not summed|memory alone")  # peers that do less: in the tables, not in the chart
+PART = re.compile(r"memory alone")  # of our own work: its time alone
 NANOSECONDS = {"s": 1e9, "ms": 1e6, "us": 1e3, "ns": 1}
 UNSTEADY = 1.2  # the ratio of the medians and that of the best rounds differ by so much
 SHORTEST = 1e6  # rounds shorter than this, their length having been guessed in a bad moment, tell nothing
@@ -88,7 +89,9 @@ def is_unsteady(median, best):
     return max(median / best, best / median) > UNSTEADY
 
 
-def peer_text(ours, peer):
+def peer_text(ours, who, peer):
+    if PART.search(who):
+        return time_text(peer.median)
     median, best = ours.times_as_fast_as(peer)
     best_text = f" (best {ratio_text(best)})" if is_unsteady(median, best) else ""
     return f"{time_text(peer.median)}, {ratio_text(median)} times{best_text}"
@@ -100,7 +103,8 @@ def ratios(systems):
         for _, sizes in found.values():
             for row in sizes.values():
                 if ours := row.get(ours_of(row)):
-                    yield from (ours.times_as_fast_as(peer) for who, peer in row.items() if not OURS.match(who))
+                    yield from (ours.times_as_fast_as(peer) for who, peer in row.items()
+                                if not OURS.match(who) and not PART.search(who))
 
 
 def processor():
@@ -131,7 +135,7 @@ def tables(systems):
             ours = row.get(ours_of(row))
             if ours is None:
                 continue
-            cells = [peer_text(ours, row[who]) if who in row else "" for who in everyone]
+            cells = [peer_text(ours, who, row[who]) if who in row else "" for who in everyone]
             yield f"| {size_text(size, unit)} | {title} | {time_text(ours.median)} | " + " | ".join(cells) + " |"
 
 
