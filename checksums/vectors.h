@@ -46,6 +46,7 @@ struct Narrow {
   static Vector pair_sums16(Vector a, Vector b) { return _mm_madd_epi16(a, b); }
   static Vector looked_up(Vector table, Vector index) { return _mm_shuffle_epi8(table, index); }
   static bool any_high_bit(Vector v) { return _mm_movemask_epi8(v) != 0; }
+  static bool any_bit(Vector v) { return _mm_movemask_epi8(_mm_cmpeq_epi8(v, all8(0))) != 0xFFFF; }
 };
 
 #ifdef __AVX2__
@@ -131,6 +132,9 @@ struct Wide {
   }  // within lanes
   static bool any_high_bit(Vector v) {
     return _mm256_movemask_epi8(v) != 0;
+  }
+  static bool any_bit(Vector v) {
+    return _mm256_testz_si256(v, v) == 0;
   }
 };
 using Widest = Wide;

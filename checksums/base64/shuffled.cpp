@@ -62,19 +62,20 @@ typename V::Vector digits_of(typename V::Vector values) {
   return V::sum8(values, V::looked_up(distance_of, range));
 }
 
-/// The numbers of digits. Other characters set bits of `reasons`.
+/// The numbers of digits. `reasons` are the bits that other characters have.
 template <class V>
 typename V::Vector values_of(typename V::Vector digits, typename V::Vector& reasons) {
-  const auto low_half = V::all8(15);
-  const auto high = V::both(V::shifted_down16(digits, 4), low_half);
-  const auto low = V::both(digits, low_half);
+  // Beside the lower half a bit that no look-up heeds, so that the mask is also a digit to compare with.
+  const auto slash = V::all8('/');
+  const auto high = V::both(V::shifted_down16(digits, 4), slash);
+  const auto low = V::both(digits, slash);
   // For each half of a character, the reasons for which it may be none of the alphabet, as bits. One that both halves
   // have holds: 1 is column 2, 2 is column 3, 4 are columns 4 and 6, 8 are columns 5 and 7, 16 is any other column.
   const auto of_high = V::in_each_lane(_mm_setr_epi8(16, 16, 1, 2, 4, 8, 4, 8, 16, 16, 16, 16, 16, 16, 16, 16));
   const auto of_low = V::in_each_lane(_mm_setr_epi8(21, 17, 17, 17, 17, 17, 17, 17, 17, 17, 19, 26, 27, 27, 27, 26));
-  reasons = V::either(reasons, V::both(V::looked_up(of_high, high), V::looked_up(of_low, low)));
+  reasons = V::both(V::looked_up(of_high, high), V::looked_up(of_low, low));
   // "/" stands in one column with "+", and counts as one column less.
-  const auto is_slash = V::equal8(digits, V::all8('/'));
+  const auto is_slash = V::equal8(digits, slash);
   const auto distance_of = V::in_each_lane(
       _mm_setr_epi8(0, 63 - '/', 62 - '+', 52 - '0', -'A', -'A', 26 - 'a', 26 - 'a', 0, 0, 0, 0, 0, 0, 0, 0));
   return V::sum8(digits, V::looked_up(distance_of, V::sum8(high, is_slash)));
@@ -142,23 +143,16 @@ void encode_wide(const std::uint8_t* bytes, std::size_t groups, Digit* digits) {
 template <class V, class Digit>
 std::size_t decode_by(const Digit* digits, std::size_t groups, std::uint8_t* bytes) {
   std::size_t done = 0;
-  const auto none = V::all8(0);
   const auto decode_vector = [&](std::size_t at, bool more_follow) {
-    auto reasons = none;
+    typename V::Vector reasons;
     const auto values = values_of<V>(V::load_digits(digits + 4 * at), reasons);
-    if (V::any_high_bit(V::greater8(reasons, none))) return false;
+    if (V::any_bit(reasons)) return false;
     store_joined(bytes + 3 * at, join<V>(values), more_follow);
     return true;
   };
   constexpr std::size_t step = groups_a_vector<V>;
-  for (; groups - done > 2 * step + 1; done += 2 * step) {
-    auto reasons = none;
-    const auto first = values_of<V>(V::load_digits(digits + 4 * done), reasons);
-    const auto second = values_of<V>(V::load_digits(digits + 4 * (done + step)), reasons);
-    if (V::any_high_bit(V::greater8(reasons, none))) break;
-    store_joined(bytes + 3 * done, join<V>(first), true);
-    store_joined(bytes + 3 * (done + step), join<V>(second), true);
-  }
+  for (; groups - done > step + 1; done += step)
+    if (!decode_vector(done, true)) break;
   while (groups - done >= step && decode_vector(done, false)) done += step;
   if (done == groups || (groups - done < step && decode_vector(groups - step, false))) return groups;
   return done + decode_plain(digits + 4 * done, groups - done, bytes + 3 * done);
