@@ -261,6 +261,7 @@ TEST(ControlsInPlace, LeaveNothingBehind) {
     ::SendMessageA(placed.window, WM_LBUTTONUP, 0, at);
   };
   expect_nothing_left_behind([&] {
+    container.calls();
     sink.events.clear();
     round(CLSID_kelLabel, __uuidof(DkelLabelEvents));
     round(CLSID_kelHyperLabel, __uuidof(DkelHyperLabelEvents));
