@@ -6,6 +6,7 @@
 
 #include "automation/com/error_edge.h"
 #include "automation/com/lock.h"
+#include "automation/com/type_functions.h"
 #include "automation/server/module.h"
 
 namespace tornby::automation {
@@ -135,27 +136,21 @@ MemberTable::MemberTable(REFIID interface_id) : interface_id_(interface_id) {
 
 void MemberTable::describe(ITypeInfo2* info) {
   constexpr int inherited = static_cast<int>(7 * sizeof(void*));  // the functions of IDispatch, which may be listed too
-  FUNCDESC* function = nullptr;
-  for (UINT index = 0; SUCCEEDED(info->GetFuncDesc(index, &function)); ++index) {
-    const struct Owner {
-      ITypeInfo2* info;
-      FUNCDESC* function;
-      ~Owner() { info->ReleaseFuncDesc(function); }
-    } owner{info, function};
-    if (function->oVft < inherited) continue;
+  for_each_function(info, [&](const FUNCDESC& function) {
+    if (function.oVft < inherited) return;
 
     Member member;
-    member.id = function->memid;
-    member.way = function->invkind;
-    member.slot = static_cast<std::size_t>(function->oVft) / sizeof(void*);
-    for (SHORT i = 0; i < function->cParams; ++i) {
-      const ELEMDESC& parameter = function->lprgelemdescParam[i];
+    member.id = function.memid;
+    member.way = function.invkind;
+    member.slot = static_cast<std::size_t>(function.oVft) / sizeof(void*);
+    for (SHORT i = 0; i < function.cParams; ++i) {
+      const ELEMDESC& parameter = function.lprgelemdescParam[i];
       if ((parameter.paramdesc.wParamFlags & PARAMFLAG_FRETVAL) != 0) {
         const TYPEDESC& result = *parameter.tdesc.lptdesc;
         member.returns_color = is_color(info, result);
-        if (function->invkind == INVOKE_PROPERTYGET && function->cParams == 1)
+        if (function.invkind == INVOKE_PROPERTYGET && function.cParams == 1)
           member.plain_result = plain_result(info, result);
-      } else if (is_marked(info, *function)) {
+      } else if (is_marked(info, function)) {
         member.parameters.push_back({Parameter::Kind::color, parameter.tdesc.vt});
       } else {
         member.parameters.push_back(automation::describe(info, parameter.tdesc));
@@ -164,8 +159,8 @@ void MemberTable::describe(ITypeInfo2* info) {
     members_.push_back(std::move(member));
     const auto named =
         std::find_if(names_.begin(), names_.end(), [&](const Name& name) { return name.id == members_.back().id; });
-    if (named == names_.end()) names_.push_back(names_of(info, function->memid));
-  }
+    if (named == names_.end()) names_.push_back(names_of(info, function.memid));
+  });
   std::sort(names_.begin(), names_.end(), [](const Name& a, const Name& b) { return a.member < b.member; });
 }
 

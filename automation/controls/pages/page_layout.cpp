@@ -116,7 +116,7 @@ SIZE scaled_units() {
 }  // namespace
 
 PageLayout::PageLayout(std::span<const PageProperty> properties) : help(), revert(), width(page_width), height(0) {
-  std::wstring taken = L"RAH";  // Revert, and what frames have: Apply, Help
+  std::wstring taken = {revert_letter, L'A', L'H'};  // the last two are what frames have: Apply, Help
   std::size_t longest = 0;
   for (const PageProperty& property : properties)
     if (property.kind != Kind::flag) longest = std::max(longest, property.name.size() + 1);

@@ -31,6 +31,7 @@ std::vector<WORD> dialog_template(std::span<const PageProperty> properties, cons
 
 constexpr WORD help_text = 49;
 constexpr WORD revert_button = 50;
+constexpr wchar_t revert_letter = L'R';
 constexpr WORD first_field = 100;
 
 /// The layout's size in pixels, on the screen.

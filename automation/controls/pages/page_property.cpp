@@ -1,8 +1,9 @@
 #include "automation/controls/pages/page_property.h"
 
 #include <algorithm>
-#include <functional>
 #include <optional>
+
+#include "automation/com/type_functions.h"
 
 namespace tornby::automation {
 namespace {
@@ -49,18 +50,6 @@ void name_and_explain(PageProperty& property, ITypeInfo* info) {
   check(info->GetDocumentation(property.id, &name->bstrVal, &help->bstrVal, &property.help_context, nullptr));
   property.name.assign(name->bstrVal, ::SysStringLen(name->bstrVal));
   if (help->bstrVal) property.help.assign(help->bstrVal, ::SysStringLen(help->bstrVal));
-}
-
-void for_each_function(ITypeInfo* info, const std::function<void(const FUNCDESC&)>& visit) {
-  FUNCDESC* function = nullptr;
-  for (UINT index = 0; SUCCEEDED(info->GetFuncDesc(index, &function)); ++index) {
-    const struct Owner {
-      ITypeInfo* info;
-      FUNCDESC* function;
-      ~Owner() { info->ReleaseFuncDesc(function); }
-    } owner{info, function};
-    visit(*function);
-  }
 }
 
 bool is_shown(const FUNCDESC& function) {

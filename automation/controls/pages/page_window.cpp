@@ -219,7 +219,7 @@ void PageWindow::focus(std::size_t index) const {
 
 bool PageWindow::is_mnemonic(WPARAM letter) const {
   const auto wanted = static_cast<wchar_t>(std::towupper(static_cast<wint_t>(letter)));
-  if (wanted == L'R') return true;
+  if (wanted == revert_letter) return true;
   return std::any_of(layout_.rows.begin(), layout_.rows.end(), [&](const auto& row) {
     const std::size_t mark = row.caption.find(L'&');
     return mark != std::wstring::npos && static_cast<wchar_t>(std::towupper(row.caption[mark + 1])) == wanted;
