@@ -35,7 +35,7 @@ constexpr std::size_t block_size = 256;  // characters
 
 struct Keys {
   std::uint32_t of_pairs[block_size / 2];
-  std::uint32_t of_size[2];
+  std::uint64_t of_sizes[block_size + 1];
   std::uint64_t of_result;
 };
 
@@ -43,7 +43,7 @@ Keys draw_keys() {
   Keys keys;
   std::mt19937_64 generator(random_number());
   for (std::uint32_t& key : keys.of_pairs) key = static_cast<std::uint32_t>(generator());
-  for (std::uint32_t& key : keys.of_size) key = static_cast<std::uint32_t>(generator());
+  for (std::uint64_t& key : keys.of_sizes) key = generator();
   keys.of_result = generator() | 1;
   return keys;
 }
@@ -74,14 +74,14 @@ std::uint64_t add_and_multiply(std::uint32_t first, std::uint32_t second, const 
 }
 
 /// Pairs of pairs of units, each pair added to its key, multiplied and added up: "NH" in Black, Halevi, Krawczyk,
-/// Krovetz and Rogaway, "UMAC: fast and secure message authentication", CRYPTO 1999. One pair more is the size.
+/// Krovetz and Rogaway, "UMAC: fast and secure message authentication", CRYPTO 1999. Each size adds a number of its own.
 ///
 /// Which of two ways a text goes depends on its size and on whether it is ASCII, which letter case does not change.
 [[gnu::always_inline]] inline std::uint64_t hash_block(StringView block, const Keys& keys) {
-  const std::uint64_t of_size = add_and_multiply(static_cast<std::uint32_t>(block.size()), 0, keys.of_size);
 #ifdef __SSE2__
   if (block.size() >= letter_vectors::least) {
-    __m128i all = _mm_setzero_si128(), sums = all;
+    __m128i all = _mm_setzero_si128();
+    __m128i sums = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(keys.of_sizes + block.size()));
     const std::uint32_t* key = keys.of_pairs;
     const auto add = [&](__m128i units) {
       all = _mm_or_si128(all, units);
@@ -91,14 +91,10 @@ std::uint64_t add_and_multiply(std::uint32_t first, std::uint32_t second, const 
       key += 4;
     };
     letter_vectors::for_each(block.size(), add, block.data());
-    if (letter_vectors::is_ascii(all)) {
-      std::uint64_t hash = 0;
-      _mm_storel_epi64(reinterpret_cast<__m128i*>(&hash), _mm_add_epi64(sums, _mm_unpackhi_epi64(sums, sums)));
-      return of_size + hash;
-    }
+    if (letter_vectors::is_ascii(all)) return letter_vectors::sum_of_halves(sums);
   }
 #endif
-  return of_size + hash_unit_by_unit(block, keys);
+  return keys.of_sizes[block.size()] + hash_unit_by_unit(block, keys);
 }
 
 [[gnu::noinline]] std::uint64_t hash_blocks(StringView text, const Keys& keys) {

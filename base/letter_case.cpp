@@ -32,18 +32,18 @@ namespace {
 }  // namespace
 
 bool equal_ignoring_case(StringView a, StringView b) {
-#ifdef __SSE2__
   if (a.size() != b.size()) return false;
+#ifdef __SSE2__
   if (a.size() >= letter_vectors::least) {
-    const __m128i case_bits = _mm_set1_epi16(0x20), none = _mm_setzero_si128();
-    __m128i all = none, differences = none;
+    // No difference but in the case of "a" to "z" is none; any other may be one in the case of another letter.
+    const __m128i none = _mm_setzero_si128();
+    __m128i differences = none;
     const auto compare = [&](__m128i x, __m128i y) {
-      all = _mm_or_si128(all, _mm_or_si128(x, y));
-      const __m128i ignored = letter_vectors::lower_letters(_mm_or_si128(x, case_bits));
+      const __m128i ignored = letter_vectors::lower_letters(_mm_or_si128(x, _mm_set1_epi16(0x20)));
       differences = _mm_or_si128(differences, _mm_andnot_si128(ignored, _mm_xor_si128(x, y)));
     };
     letter_vectors::for_each(a.size(), compare, a.data(), b.data());
-    if (letter_vectors::is_ascii(all)) return _mm_movemask_epi8(_mm_cmpeq_epi8(differences, none)) == 0xFFFF;
+    if (_mm_movemask_epi8(_mm_cmpeq_epi8(differences, none)) == 0xFFFF) return true;
   }
 #endif
   return equal_unit_by_unit(a, b);

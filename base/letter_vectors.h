@@ -5,6 +5,7 @@
 #include <emmintrin.h>
 
 #include <cstddef>
+#include <cstdint>
 
 namespace tornby::letter_vectors {
 
@@ -36,9 +37,18 @@ inline bool is_ascii(__m128i units) {
 
 /// The bit 0x20 in each unit that is "a" to "z".
 inline __m128i lower_letters(__m128i units) {
-  const __m128i letters =
-      _mm_and_si128(_mm_cmpgt_epi16(units, _mm_set1_epi16('a' - 1)), _mm_cmplt_epi16(units, _mm_set1_epi16('z' + 1)));
-  return _mm_and_si128(letters, _mm_set1_epi16(0x20));
+  const __m128i beyond = _mm_subs_epu16(_mm_sub_epi16(units, _mm_set1_epi16('a')), _mm_set1_epi16('z' - 'a'));
+  return _mm_and_si128(_mm_cmpeq_epi16(beyond, _mm_setzero_si128()), _mm_set1_epi16(0x20));
+}
+
+inline std::uint64_t sum_of_halves(__m128i numbers) {
+  numbers = _mm_add_epi64(numbers, _mm_unpackhi_epi64(numbers, numbers));
+#ifdef __x86_64__
+  return static_cast<std::uint64_t>(_mm_cvtsi128_si64(numbers));
+#else
+  const auto low = [](__m128i of) { return static_cast<std::uint32_t>(_mm_cvtsi128_si32(of)); };
+  return std::uint64_t{low(_mm_srli_epi64(numbers, 32))} << 32 | low(numbers);
+#endif
 }
 
 }  // namespace tornby::letter_vectors

@@ -38,7 +38,9 @@ class PropertyClass {
 template <>
 struct KeyOf<std::shared_ptr<PropertyClass>> {
   static StringView key(const std::shared_ptr<PropertyClass>& pair) {
-    return pair->key_in_collection_ ? *pair->key_in_collection_ : pair->key_;
+    if (pair->key_in_collection_) [[unlikely]]
+      return *pair->key_in_collection_;
+    return pair->key_;
   }
 };
 
