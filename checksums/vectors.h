@@ -10,6 +10,13 @@
 namespace tornby {
 namespace {
 
+/// A constant of a loop, made once. With few registers a compiler would rather make it anew at each step than another.
+template <class Vector>
+Vector kept(Vector constant) {
+  asm("" : "+x"(constant));
+  return constant;
+}
+
 // Digits are bytes or units. A unit that is no byte is read as 0 or 255, neither of them a digit.
 struct Narrow {
   using Vector = __m128i;

@@ -62,24 +62,34 @@ typename V::Vector digits_of(typename V::Vector values) {
   return V::sum8(values, V::looked_up(distance_of, range));
 }
 
-/// The numbers of digits. `reasons` are the bits that other characters have.
+/// The alphabet, for those who read it.
 template <class V>
-typename V::Vector values_of(typename V::Vector digits, typename V::Vector& reasons) {
-  // Beside the lower half a bit that no look-up heeds, so that the mask is also a digit to compare with.
-  const auto slash = V::all8('/');
-  const auto high = V::both(V::shifted_down16(digits, 4), slash);
-  const auto low = V::both(digits, slash);
+class Alphabet {
+ public:
+  using Vector = typename V::Vector;
+
+  /// The numbers of digits. `reasons` are the bits that other characters have.
+  Vector values_of(Vector digits, Vector& reasons) const {
+    const Vector high = V::both(V::shifted_down16(digits, 4), slash_);
+    const Vector low = V::both(digits, slash_);
+    reasons = V::both(V::looked_up(of_high_, high), V::looked_up(of_low_, low));
+    // "/" stands in one column with "+", and counts as one column less.
+    const Vector is_slash = V::equal8(digits, slash_);
+    return V::sum8(digits, V::looked_up(distance_of_, V::sum8(high, is_slash)));
+  }
+
+ private:
+  static Vector table(__m128i lane) { return kept(V::in_each_lane(lane)); }
+
+  // Beside the lower half of a character a bit that no look-up heeds, so that the mask is also a digit to compare with.
+  const Vector slash_ = kept(V::all8('/'));
   // For each half of a character, the reasons for which it may be none of the alphabet, as bits. One that both halves
   // have holds: 1 is column 2, 2 is column 3, 4 are columns 4 and 6, 8 are columns 5 and 7, 16 is any other column.
-  const auto of_high = V::in_each_lane(_mm_setr_epi8(16, 16, 1, 2, 4, 8, 4, 8, 16, 16, 16, 16, 16, 16, 16, 16));
-  const auto of_low = V::in_each_lane(_mm_setr_epi8(21, 17, 17, 17, 17, 17, 17, 17, 17, 17, 19, 26, 27, 27, 27, 26));
-  reasons = V::both(V::looked_up(of_high, high), V::looked_up(of_low, low));
-  // "/" stands in one column with "+", and counts as one column less.
-  const auto is_slash = V::equal8(digits, slash);
-  const auto distance_of = V::in_each_lane(
-      _mm_setr_epi8(0, 63 - '/', 62 - '+', 52 - '0', -'A', -'A', 26 - 'a', 26 - 'a', 0, 0, 0, 0, 0, 0, 0, 0));
-  return V::sum8(digits, V::looked_up(distance_of, V::sum8(high, is_slash)));
-}
+  const Vector of_high_ = table(_mm_setr_epi8(16, 16, 1, 2, 4, 8, 4, 8, 16, 16, 16, 16, 16, 16, 16, 16));
+  const Vector of_low_ = table(_mm_setr_epi8(21, 17, 17, 17, 17, 17, 17, 17, 17, 17, 19, 26, 27, 27, 27, 26));
+  const Vector distance_of_ =
+      table(_mm_setr_epi8(0, 63 - '/', 62 - '+', 52 - '0', -'A', -'A', 26 - 'a', 26 - 'a', 0, 0, 0, 0, 0, 0, 0, 0));
+};
 
 /// Sixteen numbers of six bits a lane as twelve bytes; the last four bytes are 0.
 template <class V>
@@ -142,10 +152,11 @@ void encode_wide(const std::uint8_t* bytes, std::size_t groups, Digit* digits) {
 
 template <class V, class Digit>
 std::size_t decode_by(const Digit* digits, std::size_t groups, std::uint8_t* bytes) {
+  const Alphabet<V> alphabet;
   std::size_t done = 0;
   const auto decode_vector = [&](std::size_t at, bool more_follow) {
     typename V::Vector reasons;
-    const auto values = values_of<V>(V::load_digits(digits + 4 * at), reasons);
+    const auto values = alphabet.values_of(V::load_digits(digits + 4 * at), reasons);
     if (V::any_bit(reasons)) return false;
     store_joined(bytes + 3 * at, join<V>(values), more_follow);
     return true;
