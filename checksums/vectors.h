@@ -69,80 +69,32 @@ struct Wide {
   }
   static void store_digits(std::uint8_t* to, Vector v) { store(to, v); }
   static void store_digits(char16_t* to, Vector v) {
-#ifdef __AVX512BW__
-    _mm512_storeu_si512(to, _mm512_cvtepu8_epi16(v));
-#else
     store(to, _mm256_cvtepu8_epi16(_mm256_castsi256_si128(v)));
     store(to + 16, _mm256_cvtepu8_epi16(_mm256_extracti128_si256(v, 1)));
-#endif
   }
-  static Vector all8(int value) {
-    return _mm256_set1_epi8(static_cast<char>(value));
-  }
-  static Vector all16(int value) {
-    return _mm256_set1_epi16(static_cast<short>(value));
-  }
-  static Vector all32(int value) {
-    return _mm256_set1_epi32(value);
-  }
-  static Vector in_each_lane(__m128i lane) {
-    return _mm256_broadcastsi128_si256(lane);
-  }
+  static Vector all8(int value) { return _mm256_set1_epi8(static_cast<char>(value)); }
+  static Vector all16(int value) { return _mm256_set1_epi16(static_cast<short>(value)); }
+  static Vector all32(int value) { return _mm256_set1_epi32(value); }
+  static Vector in_each_lane(__m128i lane) { return _mm256_broadcastsi128_si256(lane); }
 
-  static Vector both(Vector a, Vector b) {
-    return _mm256_and_si256(a, b);
-  }
-  static Vector either(Vector a, Vector b) {
-    return _mm256_or_si256(a, b);
-  }
-  static Vector differing(Vector a, Vector b) {
-    return _mm256_xor_si256(a, b);
-  }
-  static Vector sum8(Vector a, Vector b) {
-    return _mm256_add_epi8(a, b);
-  }
-  static Vector difference8(Vector a, Vector b) {
-    return _mm256_sub_epi8(a, b);
-  }
-  static Vector sum_at_most_255(Vector a, Vector b) {
-    return _mm256_adds_epu8(a, b);
-  }
-  static Vector difference_at_least_0(Vector a, Vector b) {
-    return _mm256_subs_epu8(a, b);
-  }
-  static Vector less8(Vector a, Vector b) {
-    return _mm256_min_epu8(a, b);
-  }
-  static Vector equal8(Vector a, Vector b) {
-    return _mm256_cmpeq_epi8(a, b);
-  }
-  static Vector greater8(Vector a, Vector b) {
-    return _mm256_cmpgt_epi8(a, b);
-  }
-  static Vector shifted_down16(Vector v, int bits) {
-    return _mm256_srli_epi16(v, bits);
-  }
-  static Vector high_product16(Vector a, Vector b) {
-    return _mm256_mulhi_epu16(a, b);
-  }
-  static Vector low_product16(Vector a, Vector b) {
-    return _mm256_mullo_epi16(a, b);
-  }
-  static Vector pair_sums8(Vector a, Vector b) {
-    return _mm256_maddubs_epi16(a, b);
-  }
-  static Vector pair_sums16(Vector a, Vector b) {
-    return _mm256_madd_epi16(a, b);
-  }
-  static Vector looked_up(Vector table, Vector index) {
-    return _mm256_shuffle_epi8(table, index);
-  }  // within lanes
-  static bool any_high_bit(Vector v) {
-    return _mm256_movemask_epi8(v) != 0;
-  }
-  static bool any_bit(Vector v) {
-    return _mm256_testz_si256(v, v) == 0;
-  }
+  static Vector both(Vector a, Vector b) { return _mm256_and_si256(a, b); }
+  static Vector either(Vector a, Vector b) { return _mm256_or_si256(a, b); }
+  static Vector differing(Vector a, Vector b) { return _mm256_xor_si256(a, b); }
+  static Vector sum8(Vector a, Vector b) { return _mm256_add_epi8(a, b); }
+  static Vector difference8(Vector a, Vector b) { return _mm256_sub_epi8(a, b); }
+  static Vector sum_at_most_255(Vector a, Vector b) { return _mm256_adds_epu8(a, b); }
+  static Vector difference_at_least_0(Vector a, Vector b) { return _mm256_subs_epu8(a, b); }
+  static Vector less8(Vector a, Vector b) { return _mm256_min_epu8(a, b); }
+  static Vector equal8(Vector a, Vector b) { return _mm256_cmpeq_epi8(a, b); }
+  static Vector greater8(Vector a, Vector b) { return _mm256_cmpgt_epi8(a, b); }
+  static Vector shifted_down16(Vector v, int bits) { return _mm256_srli_epi16(v, bits); }
+  static Vector high_product16(Vector a, Vector b) { return _mm256_mulhi_epu16(a, b); }
+  static Vector low_product16(Vector a, Vector b) { return _mm256_mullo_epi16(a, b); }
+  static Vector pair_sums8(Vector a, Vector b) { return _mm256_maddubs_epi16(a, b); }
+  static Vector pair_sums16(Vector a, Vector b) { return _mm256_madd_epi16(a, b); }
+  static Vector looked_up(Vector table, Vector index) { return _mm256_shuffle_epi8(table, index); }  // within lanes
+  static bool any_high_bit(Vector v) { return _mm256_movemask_epi8(v) != 0; }
+  static bool any_bit(Vector v) { return _mm256_testz_si256(v, v) == 0; }
 };
 using Widest = Wide;
 #else

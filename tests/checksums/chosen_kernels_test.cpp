@@ -21,10 +21,10 @@ TEST(ChosenKernels, AreTheWidestThatTheProcessorHas) {
   const std::string_view narrow = avx ? "128 bits" : "128 bits, older encoding", of_bytes = avx2 ? "256 bits" : narrow;
   EXPECT_EQ(keyed_xor::best().name, of_bytes);
   const bool avx512 = __builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx512vl");
-  const std::string_view of_digits = avx512 ? "256 bits, 512 of units" : of_bytes;
+  const bool permutes = avx512 && __builtin_cpu_supports("avx512vbmi");
+  const std::string_view of_digits = permutes ? "256 bits, 512 of units" : of_bytes;
   EXPECT_EQ(hex::best().name, of_digits);
   EXPECT_EQ(base64::best().name, of_digits);
-  const bool permutes = avx512 && __builtin_cpu_supports("avx512vbmi");
   EXPECT_STREQ(code_maps().name, permutes ? "permuted" : avx2 ? "avx2" : avx ? "avx" : "plain");
   const bool wide = avx2 && __builtin_cpu_supports("vpclmulqdq");
   const std::string_view folded = wide && avx512 ? "512 bits" : wide ? "256 bits" : narrow;
