@@ -52,13 +52,14 @@ bool none(__mmask64 mask) {
 
 /// The codes of a step. Returns whether that is what they are.
 bool find_codes(Vector first, Vector second, const CodeMap* map, Vector& codes) {
-  const Vector lower = picked(lower_bytes, first, second), upper = picked(upper_bytes, first, second);
+  const Vector lower = picked(lower_bytes, first, second);
+  codes = lower;
+  if (none(_mm512_test_epi16_mask(_mm512_or_si512(first, second), _mm512_set1_epi16(~0x7F)))) return true;
+  if (!map) return false;
+  const Vector upper = picked(upper_bytes, first, second);
   const Vector high_bit = _mm512_set1_epi8(static_cast<char>(0x80));
   const Vector beyond_ascii = _mm512_or_si512(upper, _mm512_and_si512(lower, high_bit));
   const __mmask64 others = _mm512_test_epi8_mask(beyond_ascii, beyond_ascii);
-  codes = lower;
-  if (none(others)) return true;
-  if (!map) return false;
   const Vector place = _mm512_add_epi8(lower, _mm512_permutexvar_epi8(upper, load(map->shift)));
   const Vector code = looked_up_in_256(map->code_at, place);
   codes = _mm512_mask_blend_epi8(others, lower, code);
@@ -70,8 +71,13 @@ bool find_codes(Vector first, Vector second, const CodeMap* map, Vector& codes) 
 struct Units {
   Vector first, second;
 };
+Units units_of_bytes(Vector bytes) {
+  return {_mm512_cvtepu8_epi16(_mm512_castsi512_si256(bytes)),
+          _mm512_cvtepu8_epi16(_mm512_extracti64x4_epi64(bytes, 1))};
+}
 Units units_of(Vector codes, const CharacterMap& map) {
   const __mmask64 others = _mm512_movepi8_mask(codes);
+  if (none(others)) return units_of_bytes(codes);
   const Vector lower = _mm512_mask_blend_epi8(others, codes, looked_up_in_128(map.lower, codes));
   const Vector upper = _mm512_maskz_mov_epi8(others, looked_up_in_128(map.upper, codes));
   return {picked(first_pairs, lower, upper), picked(last_pairs, lower, upper)};
@@ -132,10 +138,6 @@ std::size_t widen(const std::uint8_t* codes, std::size_t size, char16_t* units, 
 }
 
 void widen_bytes(const std::uint8_t* bytes, std::size_t size, char16_t* units) {
-  const auto units_of_bytes = [](Vector some) {
-    return Units{_mm512_cvtepu8_epi16(_mm512_castsi512_si256(some)),
-                 _mm512_cvtepu8_epi16(_mm512_extracti64x4_epi64(some, 1))};
-  };
   widen_by(units_of_bytes, bytes, size, units);
 }
 
