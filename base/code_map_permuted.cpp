@@ -1,6 +1,8 @@
 // Sixty-four characters a step: a permutation of bytes is a table of 128 entries, looked up for all of them at once.
 #include <immintrin.h>
 
+#include <cstring>
+
 #include "base/code_map.h"
 
 namespace tornby::TORNBY_KERNEL {
@@ -114,9 +116,39 @@ void widen_by(Convert convert, const std::uint8_t* codes, std::size_t size, char
   _mm512_mask_storeu_epi16(units + done + half, rest.second, made.second);
 }
 
+/// A vector's units each.
+bool are_ascii(__m512i first, __m512i last) {
+  return _mm512_test_epi16_mask(_mm512_or_si512(first, last), _mm512_set1_epi16(~0x7F)) == 0;
+}
+bool are_ascii(__m256i first, __m256i last) {
+  return _mm256_test_epi16_mask(_mm256_or_si256(first, last), _mm256_set1_epi16(~0x7F)) == 0;
+}
+void store_lower_bytes(std::uint8_t* to, __m512i units) {
+  _mm256_storeu_si256(reinterpret_cast<__m256i*>(to), _mm512_cvtepi16_epi8(units));
+}
+void store_lower_bytes(std::uint8_t* to, __m256i units) {
+  _mm_storeu_si128(reinterpret_cast<__m128i*>(to), _mm256_cvtepi16_epi8(units));
+}
+
+/// A vector of units and as many again at most, if they are ASCII: the first and the last, which may overlap. What is
+/// stored without a mask is read again at once.
+template <class Vector>
+bool narrow_ends(const char16_t* units, std::size_t size, std::uint8_t* codes) {
+  constexpr std::size_t length = sizeof(Vector) / sizeof *units;
+  Vector first, last;
+  std::memcpy(&first, units, sizeof first);
+  std::memcpy(&last, units + size - length, sizeof last);
+  if (!are_ascii(first, last)) return false;
+  store_lower_bytes(codes + size - length, last);
+  store_lower_bytes(codes, first);
+  return true;
+}
+
 }  // namespace
 
 std::size_t narrow(const char16_t* units, std::size_t size, std::uint8_t* codes, const CodeMap* map) {
+  if (size < step && size >= half && narrow_ends<__m512i>(units, size, codes)) return size;
+  if (size < half && size >= half / 2 && narrow_ends<__m256i>(units, size, codes)) return size;
   Vector found;
   std::size_t done = 0;
   for (; size - done >= step; done += step) {
