@@ -40,7 +40,7 @@ struct Some {
 /// - `spread`, the byte that each place is given at first, and `windows`, the bit of a place's eight bytes where its
 /// own
 ///   then begin, the lower six of which name the digit in `alphabet`;
-/// - `values`, those of all ASCII characters, 128 for what is no digit;
+/// - `value_at`, those of all ASCII characters, 128 for what is no digit;
 /// - `join(values)`, the way back, and `joined`, the places of the bytes in its result. Digits come to it in the order
 ///   of `packed`;
 /// - `decode_plain`, which finds the group that is none.
@@ -122,7 +122,7 @@ class Permuted {
   /// The bytes of a step. Returns whether all characters are digits.
   static bool find_bytes(Vector first, Vector second, Vector& bytes) {
     const Vector characters = _mm512_packus_epi16(first, second);  // one that is no byte turns into 0 or 255
-    const Vector values = _mm512_permutex2var_epi8(load(Form::values[0]), characters, load(Form::values[1]));
+    const Vector values = _mm512_permutex2var_epi8(load(Form::value_at[0]), characters, load(Form::value_at[1]));
     bytes = _mm512_permutexvar_epi8(load(Form::joined), Form::join(values));
     const __mmask64 wrong = _mm512_movepi8_mask(_mm512_or_si512(values, characters));
     return _kortestz_mask64_u8(wrong, wrong) != 0;

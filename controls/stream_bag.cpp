@@ -12,8 +12,7 @@ namespace {
 
 constexpr std::uint32_t magic = 0x4E524F54;  // "TORN"
 constexpr std::uint32_t format = 1;
-constexpr std::uint32_t longest_text = 1 << 24;   // more is a damaged stream, not a caption
-constexpr std::uint32_t most_properties = 1000;   // likewise
+constexpr std::uint32_t most_properties = 1000;   // more is a damaged stream
 constexpr double largest_font = 922337203685477;  // points, the most that a font object can say
 
 static_assert(std::endian::native == std::endian::little);
@@ -72,7 +71,6 @@ class Reader {
   String text() {
     constexpr std::size_t piece = 4096;
     const auto size = number<std::uint32_t>();
-    if (size > longest_text) refuse();
     String value;
     while (value.size() < size) {
       const std::size_t there = value.size();

@@ -5,11 +5,11 @@
 namespace tornby::base64::TORNBY_KERNEL {
 namespace {
 
-constexpr char digits[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+constexpr char digit_of[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 
 constexpr unsigned value_of(unsigned character) {
   for (unsigned value = 0; value < 64; ++value)
-    if (static_cast<unsigned char>(digits[value]) == character) return value;
+    if (static_cast<unsigned char>(digit_of[value]) == character) return value;
   return 128;
 }
 
@@ -20,9 +20,10 @@ struct Form {
   static constexpr unsigned byte_of_group[] = {1, 0, 2, 1}, first_bit[] = {10, 4, 22, 16};
   static constexpr ByPlace spread{[](unsigned place) { return place / 4 * 3 + byte_of_group[place % 4]; }};
   static constexpr ByPlace windows{[](unsigned place) { return place % 8 / 4 * 32 + first_bit[place % 4]; }};
-  static constexpr ByPlace alphabet{[](unsigned place) { return digits[place]; }};
+  static constexpr ByPlace alphabet{[](unsigned place) { return digit_of[place]; }};
 
-  static constexpr ByPlace values[] = {ByPlace{value_of}, ByPlace{[](unsigned place) { return value_of(64 + place); }}};
+  static constexpr ByPlace value_at[] = {ByPlace{value_of},
+                                         ByPlace{[](unsigned place) { return value_of(64 + place); }}};
   static Vector join(Vector values) {
     const Vector pairs = _mm512_maddubs_epi16(values, _mm512_set1_epi32(0x01400140));
     return _mm512_madd_epi16(pairs, _mm512_set1_epi32(0x00011000));

@@ -19,7 +19,8 @@ struct Form {
   static constexpr ByPlace windows{[](unsigned place) { return place % 8 / 2 * 8 + (place % 2 == 0 ? 4 : 0); }};
   static constexpr ByPlace alphabet{[](unsigned place) { return "0123456789ABCDEF"[place % 16]; }};
 
-  static constexpr ByPlace values[] = {ByPlace{value_of}, ByPlace{[](unsigned place) { return value_of(64 + place); }}};
+  static constexpr ByPlace value_at[] = {ByPlace{value_of},
+                                         ByPlace{[](unsigned place) { return value_of(64 + place); }}};
   static Vector join(Vector values) { return _mm512_maddubs_epi16(values, _mm512_set1_epi16(0x0110)); }
   static constexpr ByPlace joined{[](unsigned place) { return place < 32 ? packed(2 * place) : 0; }};
   static constexpr auto decode_plain = hex::decode_plain<char16_t>;

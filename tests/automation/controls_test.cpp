@@ -69,7 +69,8 @@ TEST(Controls, KeepTheirSettingsInAStream) {
   const auto control = server.create<IkelBrowseButton>(CLSID_kelBrowseButton);
   const auto storage = as<IPersistStreamInit>(control);
   ASSERT_EQ(storage->InitNew(), S_OK);
-  control->put_Text(Bstr(L"C:\\data\\\u0416.txt"));
+  const std::wstring text = L"C:\\data\\\u0416.txt" + std::wstring(17'000'000, L'x');
+  control->put_Text(Bstr(text.c_str()));
   control->put_MaxLength(40);
   control->put_Locked(VARIANT_TRUE);
   ASSERT_EQ(storage->Save(stream.get(), TRUE), S_OK);
@@ -91,6 +92,9 @@ TEST(Controls, KeepTheirSettingsInAStream) {
   LONG length = 0;
   other->get_MaxLength(&length);
   EXPECT_EQ(length, 40);
+  Bstr loaded;
+  other->get_Text(loaded.address());
+  EXPECT_TRUE(text == static_cast<BSTR>(loaded)) << "of any length";
   other->put_MaxLength(41);
   EXPECT_EQ(as<IPersistStreamInit>(other)->IsDirty(), S_OK);
   stream->Seek(start, STREAM_SEEK_SET, nullptr);
