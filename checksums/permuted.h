@@ -37,13 +37,12 @@ struct Some {
 };
 
 /// The two codings of a `Form`, which says, beside `bytes_a_group` and `digits_a_group`:
-/// - `spread`, the byte that each place is given at first, and `windows`, the bit of a place's eight bytes where its
-/// own
-///   then begin, the lower six of which name the digit in `alphabet`;
-/// - `value_at`, those of all ASCII characters, 128 for what is no digit;
+/// - `spread`, the byte that each place is given at first, and `windows`, the bit of the eight bytes around it from
+///   which on it takes its own six: the number of its digit in `alphabet`;
+/// - `value_at`, the value of each ASCII character, 128 for what is no digit;
 /// - `join(values)`, the way back, and `joined`, the places of the bytes in its result. Digits come to it in the order
 ///   of `packed`;
-/// - `decode_plain`, which finds the group that is none.
+/// - `decode_plain`, which finds the group with anything else.
 template <class Form>
 class Permuted {
  public:
