@@ -29,6 +29,10 @@ if(TARGET tornby_server)
     FILES_MATCHING PATTERN "*.idl" REGEX "/(oaidl|ocidl|stdole2)\\.idl$" EXCLUDE)
 endif()
 
+# Programs to copy from, without what tests them.
+install(DIRECTORY samples DESTINATION ${data_dir} COMPONENT development
+  FILES_MATCHING REGEX "\\.(c|cpp|h|vbs|js|pas)$" REGEX "/(answer|user)\\.cpp$" EXCLUDE PATTERN expected EXCLUDE)
+
 if(TORNBY_SYMBOLS AND TARGET tornby_server)
   install(FILES ${PROJECT_BINARY_DIR}/automation/tornby.dll.debug DESTINATION symbols COMPONENT symbols)
 endif()
