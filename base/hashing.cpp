@@ -74,7 +74,7 @@ std::uint64_t add_and_multiply(std::uint32_t first, std::uint32_t second, const 
 }
 
 /// Pairs of pairs of units, each pair added to its key, multiplied and added up: "NH" in Black, Halevi, Krawczyk,
-/// Krovetz and Rogaway, "UMAC: fast and secure message authentication", CRYPTO 1999. Each size adds a number of its own.
+/// Krovetz and Rogaway, "UMAC: fast and secure message authentication", CRYPTO 1999. Each size adds its own number.
 ///
 /// Which of two ways a text goes depends on its size and on whether it is ASCII, which letter case does not change.
 [[gnu::always_inline]] inline std::uint64_t hash_block(StringView block, const Keys& keys) {
