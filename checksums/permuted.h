@@ -130,7 +130,8 @@ class Permuted {
 
 /// The place of a step's digit once its units are packed: by quarters of both vectors, in turns.
 constexpr unsigned packed(unsigned digit) {
-  const unsigned from_second = digit / half, quarter = digit % half / 8;
+  constexpr unsigned units = half;
+  const unsigned from_second = digit / units, quarter = digit % units / 8;
   return quarter * 16 + from_second * 8 + digit % 8;
 }
 

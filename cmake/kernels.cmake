@@ -15,6 +15,12 @@ function(tornby_kernels variant flags)
   target_sources(tornby PRIVATE $<TARGET_OBJECTS:${name}>)
 endfunction()
 
+# Flags for 512 bits, of whose header GCC 12 itself warns.
+set(avx512 "-mavx512f -mavx512bw -mavx512vl")
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  string(APPEND avx512 " -Wno-uninitialized -Wno-maybe-uninitialized")
+endif()
+
 if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|AMD64|i.86|x86)$")
   set(TORNBY_X86 TRUE)
   target_compile_definitions(tornby PRIVATE TORNBY_X86_KERNELS)
