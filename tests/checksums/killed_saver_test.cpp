@@ -52,7 +52,7 @@ TEST(KilledSaver, LeavesTheFileWholeHundredsOfTimes) {
     ASSERT_LE(files, 2) << "what one process leaves, the next removes";
     killed_in_mid_save += files == 2;
   }
-  EXPECT_GT(killed_in_mid_save, kills / 25) << "or the kills prove little";
+  EXPECT_GT(killed_in_mid_save, 8u) << "or the kills prove little";
   RecordProperty("killed_in_mid_save", static_cast<int>(killed_in_mid_save));
 
   EXPECT_TRUE(clsApi().apiSaveFile(file.u16string(), u"the end"));
