@@ -78,6 +78,7 @@ class Permuted {
     _mm512_storeu_si512(digits + at * Form::digits_a_group + half, second_half(made));
   }
   static void encode_some(const std::uint8_t* bytes, std::size_t groups, char16_t* digits) {
+    if (groups == 0) return;  // perhaps from nowhere
     const Some from(groups * Form::bytes_a_group), to(groups * Form::digits_a_group);
     const __m256i first = _mm256_maskz_loadu_epi8(from.first, bytes);
     const __m256i second = _mm256_maskz_loadu_epi8(from.second, bytes + half);
@@ -105,6 +106,7 @@ class Permuted {
     return true;
   }
   static std::size_t decode_some(const char16_t* digits, std::size_t groups, std::uint8_t* bytes) {
+    if (groups == 0) return 0;
     const Some from(groups * Form::digits_a_group), to(groups * Form::bytes_a_group);
     const Vector some_digit = _mm512_set1_epi16('0');
     Vector made;
