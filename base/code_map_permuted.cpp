@@ -1,42 +1,25 @@
 // Sixty-four characters a step: a permutation of bytes is a table of 128 entries, looked up for all of them at once.
-#include <immintrin.h>
-
 #include <cstring>
 
 #include "base/code_map.h"
+#include "base/permuting_vectors.h"
 
 namespace tornby::TORNBY_KERNEL {
 namespace {
 
-using Vector = __m512i;
-constexpr std::size_t step = code_stride, half = step / 2;
+static_assert(step == code_stride);
 
-Vector load(const void* from) {
-  return _mm512_loadu_si512(from);
+// Where the bytes of a vector come from, in two others.
+constexpr ByPlace lower_bytes{[](unsigned place) { return 2 * place; }};
+constexpr ByPlace upper_bytes{[](unsigned place) { return 2 * place + 1; }};
+constexpr unsigned in_turns(unsigned place) {
+  return place / 2 + place % 2 * 64;
 }
-void store(void* to, Vector v) {
-  _mm512_storeu_si512(to, v);
-}
+constexpr ByPlace first_pairs{in_turns};
+constexpr ByPlace last_pairs{[](unsigned place) { return 32 + in_turns(place); }};
 
-/// Where the bytes of a vector come from, in two others.
-struct Order {
-  alignas(64) std::uint8_t place[step];
-};
-constexpr Order every_second(unsigned first) {
-  Order order{};
-  for (unsigned i = 0; i < step; ++i) order.place[i] = static_cast<std::uint8_t>(2 * i + first);
-  return order;
-}
-constexpr Order in_turns(unsigned first) {
-  Order order{};
-  for (unsigned i = 0; i < step; ++i) order.place[i] = static_cast<std::uint8_t>(first + i / 2 + (i % 2) * step);
-  return order;
-}
-constexpr Order lower_bytes = every_second(0), upper_bytes = every_second(1);
-constexpr Order first_pairs = in_turns(0), last_pairs = in_turns(half);
-
-Vector picked(const Order& order, Vector a, Vector b) {
-  return _mm512_permutex2var_epi8(a, load(order.place), b);
+Vector picked(const ByPlace& order, Vector a, Vector b) {
+  return _mm512_permutex2var_epi8(a, load(order), b);
 }
 /// Takes the lower seven bits of each index.
 Vector looked_up_in_128(const std::uint8_t* table, Vector index) {
@@ -45,11 +28,6 @@ Vector looked_up_in_128(const std::uint8_t* table, Vector index) {
 Vector looked_up_in_256(const std::uint8_t* table, Vector index) {
   return _mm512_mask_blend_epi8(_mm512_movepi8_mask(index), looked_up_in_128(table, index),
                                 looked_up_in_128(table + 128, index));
-}
-
-/// Asked without this, 32-bit code moves the masks to memory and back.
-bool none(__mmask64 mask) {
-  return _kortestz_mask64_u8(mask, mask) != 0;
 }
 
 /// The codes of a step. Returns whether that is what they are.
@@ -70,13 +48,6 @@ bool find_codes(Vector first, Vector second, const CodeMap* map, Vector& codes) 
   return none(_mm512_mask_test_epi8_mask(others, wrong_or_none, wrong_or_none));
 }
 
-struct Units {
-  Vector first, second;
-};
-Units units_of_bytes(Vector bytes) {
-  return {_mm512_cvtepu8_epi16(_mm512_castsi512_si256(bytes)),
-          _mm512_cvtepu8_epi16(_mm512_extracti64x4_epi64(bytes, 1))};
-}
 Units units_of(Vector codes, const CharacterMap& map) {
   const __mmask64 others = _mm512_movepi8_mask(codes);
   if (none(others)) return units_of_bytes(codes);
@@ -85,35 +56,13 @@ Units units_of(Vector codes, const CharacterMap& map) {
   return {picked(first_pairs, lower, upper), picked(last_pairs, lower, upper)};
 }
 
-/// Masks for the first `size` of a step, each half by itself.
-struct Some {
-  explicit Some(std::size_t size)
-      : first(mask(size < half ? size : half)), second(mask(size < half ? 0 : size - half)) {}
-  static __mmask32 mask(std::size_t size) { return size == 0 ? 0 : ~std::uint32_t{0} >> (half - size); }
-  __mmask32 first, second;
-};
-Vector load_bytes(const std::uint8_t* from, const Some& some) {
-  const __m256i low = _mm256_maskz_loadu_epi8(some.first, from);
-  return _mm512_inserti64x4(_mm512_castsi256_si512(low), _mm256_maskz_loadu_epi8(some.second, from + half), 1);
-}
-void store_bytes(std::uint8_t* to, Vector v, const Some& some) {
-  _mm256_mask_storeu_epi8(to, some.first, _mm512_castsi512_si256(v));
-  _mm256_mask_storeu_epi8(to + half, some.second, _mm512_extracti64x4_epi64(v, 1));
-}
-
 template <class Convert>
 void widen_by(Convert convert, const std::uint8_t* codes, std::size_t size, char16_t* units) {
   std::size_t done = 0;
-  for (; size - done >= step; done += step) {
-    const Units made = convert(load(codes + done));
-    store(units + done, made.first);
-    store(units + done + half, made.second);
-  }
+  for (; size - done >= step; done += step) store_units(units + done, convert(load(codes + done)));
   if (done == size) return;
   const Some rest(size - done);
-  const Units made = convert(load_bytes(codes + done, rest));
-  _mm512_mask_storeu_epi16(units + done, rest.first, made.first);
-  _mm512_mask_storeu_epi16(units + done + half, rest.second, made.second);
+  store_units(units + done, convert(load_bytes(codes + done, rest)), rest);
 }
 
 /// A vector's units each.

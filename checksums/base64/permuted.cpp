@@ -7,12 +7,6 @@ namespace {
 
 constexpr char digit_of[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 
-constexpr unsigned value_of(unsigned character) {
-  for (unsigned value = 0; value < 64; ++value)
-    if (static_cast<unsigned char>(digit_of[value]) == character) return value;
-  return 128;
-}
-
 struct Form {
   static constexpr std::size_t bytes_a_group = 3, digits_a_group = 4;
 
@@ -22,8 +16,11 @@ struct Form {
   static constexpr ByPlace windows{[](unsigned place) { return place % 8 / 4 * 32 + first_bit[place % 4]; }};
   static constexpr ByPlace alphabet{[](unsigned place) { return digit_of[place]; }};
 
-  static constexpr ByPlace value_at[] = {ByPlace{value_of},
-                                         ByPlace{[](unsigned place) { return value_of(64 + place); }}};
+  static constexpr unsigned value_of(unsigned character) {
+    for (unsigned value = 0; value < 64; ++value)
+      if (static_cast<unsigned char>(digit_of[value]) == character) return value;
+    return 128;
+  }
   static Vector join(Vector values) {
     const Vector pairs = _mm512_maddubs_epi16(values, _mm512_set1_epi32(0x01400140));
     return _mm512_madd_epi16(pairs, _mm512_set1_epi32(0x00011000));
@@ -35,17 +32,11 @@ struct Form {
 
 }  // namespace
 
-template <class Digit>
-void encode(const std::uint8_t* bytes, std::size_t groups, Digit* digits) {
+void encode(const std::uint8_t* bytes, std::size_t groups, char16_t* digits) {
   Permuted<Form>::encode(bytes, groups, digits);
 }
-
-template <class Digit>
-std::size_t decode(const Digit* digits, std::size_t groups, std::uint8_t* bytes) {
+std::size_t decode(const char16_t* digits, std::size_t groups, std::uint8_t* bytes) {
   return Permuted<Form>::decode(digits, groups, bytes);
 }
-
-template void encode(const std::uint8_t*, std::size_t, char16_t*);
-template std::size_t decode(const char16_t*, std::size_t, std::uint8_t*);
 
 }  // namespace tornby::base64::TORNBY_KERNEL

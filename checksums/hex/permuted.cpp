@@ -5,12 +5,6 @@
 namespace tornby::hex::TORNBY_KERNEL {
 namespace {
 
-constexpr unsigned value_of(unsigned character) {
-  if (character >= '0' && character <= '9') return character - '0';
-  const unsigned upper_case = character & 0xDF;
-  return upper_case >= 'A' && upper_case <= 'F' ? upper_case - 'A' + 10 : 128;
-}
-
 struct Form {
   static constexpr std::size_t bytes_a_group = 1, digits_a_group = 2;
 
@@ -19,8 +13,11 @@ struct Form {
   static constexpr ByPlace windows{[](unsigned place) { return place % 8 / 2 * 8 + (place % 2 == 0 ? 4 : 0); }};
   static constexpr ByPlace alphabet{[](unsigned place) { return "0123456789ABCDEF"[place % 16]; }};
 
-  static constexpr ByPlace value_at[] = {ByPlace{value_of},
-                                         ByPlace{[](unsigned place) { return value_of(64 + place); }}};
+  static constexpr unsigned value_of(unsigned character) {
+    if (character >= '0' && character <= '9') return character - '0';
+    const unsigned upper_case = character & 0xDF;
+    return upper_case >= 'A' && upper_case <= 'F' ? upper_case - 'A' + 10 : 128;
+  }
   static Vector join(Vector values) { return _mm512_maddubs_epi16(values, _mm512_set1_epi16(0x0110)); }
   static constexpr ByPlace joined{[](unsigned place) { return place < 32 ? packed(2 * place) : 0; }};
   static constexpr auto decode_plain = hex::decode_plain<char16_t>;
@@ -28,17 +25,11 @@ struct Form {
 
 }  // namespace
 
-template <class Digit>
-void encode(const std::uint8_t* bytes, std::size_t groups, Digit* digits) {
+void encode(const std::uint8_t* bytes, std::size_t groups, char16_t* digits) {
   Permuted<Form>::encode(bytes, groups, digits);
 }
-
-template <class Digit>
-std::size_t decode(const Digit* digits, std::size_t groups, std::uint8_t* bytes) {
+std::size_t decode(const char16_t* digits, std::size_t groups, std::uint8_t* bytes) {
   return Permuted<Form>::decode(digits, groups, bytes);
 }
-
-template void encode(const std::uint8_t*, std::size_t, char16_t*);
-template std::size_t decode(const char16_t*, std::size_t, std::uint8_t*);
 
 }  // namespace tornby::hex::TORNBY_KERNEL
